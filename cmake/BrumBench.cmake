@@ -1,0 +1,12 @@
+# bench/*.cpp: one benchmark program each, when Google Benchmark is installed.
+find_package(benchmark QUIET)
+file(GLOB brum_bench_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/bench/*.cpp")
+if(benchmark_FOUND)
+  foreach(source IN LISTS brum_bench_sources)
+    cmake_path(GET source STEM name)
+    add_executable(${name} "${source}")
+    target_link_libraries(${name} PRIVATE brum::brum benchmark::benchmark brum_warnings)
+  endforeach()
+elseif(brum_bench_sources)
+  message(STATUS "Google Benchmark is not installed: no benchmarks")
+endif()

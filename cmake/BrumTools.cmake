@@ -1,0 +1,12 @@
+# brumlin: the command, at the root of the build tree.
+file(GLOB brum_tool_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/tools/*.cpp")
+if(brum_tool_sources)
+  find_package(CLI11 REQUIRED)
+  add_executable(brumlin ${brum_tool_sources})
+  target_include_directories(brumlin PRIVATE "${PROJECT_SOURCE_DIR}")
+  target_compile_definitions(brumlin PRIVATE BRUM_VERSION="${PROJECT_VERSION}")
+  target_link_libraries(brumlin PRIVATE brum::brum CLI11::CLI11 brum_warnings)
+  set_target_properties(brumlin PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}")
+else()
+  message(STATUS "tools/ holds no source: no command")
+endif()
