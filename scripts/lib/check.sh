@@ -1,0 +1,13 @@
+# What the scripts named check-* share. To be sourced by bash.
+# shellcheck shell=bash
+
+brum_root="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
+cd "$brum_root" || exit 1
+. scripts/lib/packages.sh
+
+# brum_sources PATTERN...
+# The committed and the new files that match the patterns, one on each line.
+brum_sources() {
+  git ls-files --cached --others --exclude-standard -- "$@" | sort -u |
+    while IFS= read -r file; do [[ -f "$file" ]] && printf '%s\n' "$file"; done
+}
