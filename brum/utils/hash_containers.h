@@ -1,0 +1,385 @@
+#ifndef BRUM_UTILS_HASH_CONTAINERS_H
+#define BRUM_UTILS_HASH_CONTAINERS_H
+
+#include "brum/utils/hash.h"
+#include "brum/utils/memory_pool.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <new>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace brum::hsh {
+
+/** The number of buckets of a table that asked for `n`: the first prime of a fixed list not below `n`, else the last. */
+std::size_t choose_bucket_count(std::size_t n);
+
+/** A number of buckets with what is computed from it once, so that neither look-up nor load check divides. */
+class BucketCount {
+public:
+  /** No buckets at all; `growth_size` is 0, so that the first insertion asks for some. */
+  BucketCount() = default;
+
+  /** `count` must not be 0. */
+  explicit BucketCount(std::size_t count);
+
+  std::size_t count() const noexcept { return buckets; }
+
+  /** The least number of values at which a table with this many buckets grows: a load above 0.7. */
+  std::uint64_t growth_size() const noexcept { return size_to_grow_at; }
+
+  /** The remainder of `hash` divided by `count`, which must not be 0. */
+  std::size_t index_of(std::uint64_t hash) const noexcept {
+    // The reciprocal is rounded down, so the quotient is right or one too small.
+    const auto quotient = static_cast<std::uint64_t>((static_cast<uint128>(hash) * reciprocal) >> 64U);
+    const std::uint64_t rest = hash - quotient * buckets;
+    return rest < buckets ? rest : rest - buckets;
+  }
+
+private:
+  std::uint64_t buckets = 0;
+  std::uint64_t reciprocal = 0;  // 2^64 / buckets
+  std::uint64_t size_to_grow_at = 0;
+};
+
+/** Key of a value of a map: the first of the pair. */
+template <typename Key, typename T>
+struct GetKey_pair {
+  const Key& operator()(const std::pair<Key, T>& value) const noexcept { return value.first; }
+};
+
+/** Key of a value of a set: the value itself. */
+template <typename Key>
+struct GetKey_identity {
+  const Key& operator()(const Key& value) const noexcept { return value; }
+};
+
+/**
+ * Hash table with separate chaining; `HashMap` and `HashSet` are its two faces.
+ *
+ * A value lies in a node of a pool, which never moves: references and pointers to it hold until `clear` or the end of
+ * the table, whatever is inserted. The number of buckets is a prime, 31 at first; an insertion call (also one that
+ * finds its key) that meets a load above 0.7 first grows the table to the next prime, about twice as large.
+ *
+ * Order of iteration: bucket by bucket, within a bucket the newest value first; growth relinks the nodes in the order
+ * of iteration, so that those of one old chain that meet again come out reversed. Printed output follows this order,
+ * so it does not change. Inserting while iterating gives no defined order.
+ *
+ * Cost: constant on average for look-up and insertion, with one allocation per chunk of the pool; iteration and `clear`
+ * take time for every bucket.
+ *
+ * Errors: an insertion that throws (std::bad_alloc, or what copying a key or value throws) inserts nothing. There is
+ * one exception: if the new array of buckets cannot be allocated while growing, the table loses all its values, which
+ * are destroyed, and its buckets; from then on it is good for destruction only. (It reports a size and a bucket count
+ * of 0, finds nothing, and every further insertion throws std::bad_alloc.)
+ *
+ * One thread at a time, but any number of threads may use const operations together.
+ */
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+class Hashtable {
+public:
+  /** A node: one stored value and the link to the next node of its bucket. */
+  struct Bucket {
+    Bucket* next;
+    Value value;
+  };
+
+private:
+  using Pool = MemoryPool<sizeof(Bucket), false>;
+  static_assert(alignof(Bucket) <= alignof(void*), "the blocks of the pool are aligned to 8 bytes");
+
+  template <bool Const>
+  class Iterator {
+    using Table = std::conditional_t<Const, const Hashtable, Hashtable>;
+
+  public:
+    using iterator_category = std::forward_iterator_tag;
+    using value_type = Value;
+    using difference_type = std::ptrdiff_t;
+    // What is its own key must not be changed in its bucket.
+    using reference = std::conditional_t<Const || std::is_same_v<Value, Key>, const Value&, Value&>;
+    using pointer = std::remove_reference_t<reference>*;
+
+    Iterator() = default;
+
+    /** An iterator converts to a const_iterator. */
+    template <bool OtherConst>
+      requires(Const && !OtherConst)
+    Iterator(const Iterator<OtherConst>& other) noexcept : node(other.node), table(other.table) {}
+
+    reference operator*() const noexcept { return node->value; }
+    pointer operator->() const noexcept { return &node->value; }
+
+    Iterator& operator++() noexcept {
+      node = table->node_after(node);
+      return *this;
+    }
+
+    Iterator operator++(int) noexcept {
+      Iterator before = *this;
+      ++*this;
+      return before;
+    }
+
+    friend bool operator==(const Iterator& a, const Iterator& b) noexcept { return a.node == b.node; }
+
+  private:
+    friend class Hashtable;
+    template <bool>
+    friend class Iterator;
+
+    Iterator(Bucket* at, Table* in) noexcept : node(at), table(in) {}
+
+    Bucket* node = nullptr;
+    Table* table = nullptr;
+  };
+
+public:
+  /** Forward iterators over the values. The key of a map's pair must not be assigned to. */
+  using iterator = Iterator<false>;
+  using const_iterator = Iterator<true>;
+  using key_type = Key;
+  using value_type = Value;
+
+  /** Makes an empty table of 31 buckets. Throws std::bad_alloc. */
+  Hashtable() : counts(choose_bucket_count(0)) { buckets.resize(counts.count(), nullptr); }
+
+  Hashtable(const Hashtable&) = delete;
+  Hashtable& operator=(const Hashtable&) = delete;
+
+  ~Hashtable() {
+    if constexpr (!std::is_trivially_destructible_v<Value>) {
+      drop_chains(buckets);
+    }
+    pool.release();
+  }
+
+  std::size_t size() const noexcept { return num_values; }
+  bool empty() const noexcept { return num_values == 0; }
+  std::size_t bucket_count() const noexcept { return counts.count(); }
+
+  iterator begin() noexcept { return {first_node_from(0), this}; }
+  iterator end() noexcept { return {nullptr, this}; }
+  const_iterator begin() const noexcept { return {first_node_from(0), this}; }
+  const_iterator end() const noexcept { return {nullptr, this}; }
+
+  /** Gives the value with this key, or `end()`. An empty table does not hash the key. */
+  iterator find(const Key& key) { return {find_node(key), this}; }
+  const_iterator find(const Key& key) const { return {find_node(key), this}; }
+
+  /** Grows to at least `n` buckets; with that many already, does nothing. On std::bad_alloc see the class. */
+  void rehash(std::size_t n);
+
+  /**
+   * Copies `value` into a node of the pool, which is not linked into the table: that is left to the caller. Throws
+   * std::bad_alloc and what copying throws.
+   */
+  Bucket* new_Bucket(const Value& value) {
+    return make_bucket([&value]() -> const Value& { return value; });
+  }
+
+  /**
+   * Destroys every value. The nodes stay with the table for the next insertions, and so do the buckets, in a freshly
+   * allocated array if `reset_buckets`. If that throws std::bad_alloc, the table is empty and in order.
+   */
+  void clear(bool reset_buckets);
+
+  /** The pool of the nodes, for measuring memory. */
+  const MemoryPool<sizeof(Bucket), false>& node_pool() const noexcept { return pool; }
+
+protected:
+  /**
+   * Finds the value with this key, or links in a node whose value is what `make_value` returns; the bool tells which,
+   * true for a new one. Every insertion comes through here.
+   */
+  template <typename MakeValue>
+  std::pair<iterator, bool> find_or_link(const Key& key, const MakeValue& make_value);
+
+private:
+  std::size_t index_of(const Key& key) const { return counts.index_of(hasher(key)); }
+  const Key& key_of(const Bucket* node) const { return GetKey()(node->value); }
+
+  Bucket* find_in_chain(std::size_t index, const Key& key) const {
+    Bucket* node = buckets[index];
+    while (node != nullptr && !equal(key_of(node), key)) {
+      node = node->next;
+    }
+    return node;
+  }
+
+  Bucket* find_node(const Key& key) const { return num_values == 0 ? nullptr : find_in_chain(index_of(key), key); }
+
+  Bucket* first_node_from(std::size_t index) const noexcept {
+    for (; index < buckets.size(); ++index) {
+      if (buckets[index] != nullptr) {
+        return buckets[index];
+      }
+    }
+    return nullptr;
+  }
+
+  Bucket* node_after(const Bucket* node) const noexcept {
+    return node->next != nullptr ? node->next : first_node_from(index_of(key_of(node)) + 1);
+  }
+
+  template <typename MakeValue>
+  Bucket* make_bucket(const MakeValue& make_value);
+
+  void drop_chains(std::vector<Bucket*>& heads) noexcept;
+  void relink(std::vector<Bucket*>& old_heads);
+
+  Pool pool;
+  [[no_unique_address]] Hash hasher;
+  [[no_unique_address]] Eq equal;
+  std::vector<Bucket*> buckets;
+  std::uint64_t num_values = 0;
+  BucketCount counts;  // of `buckets`
+};
+
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+template <typename MakeValue>
+auto Hashtable<Value, GetKey, Key, Hash, Eq>::make_bucket(const MakeValue& make_value) -> Bucket* {
+  void* const block = pool.take_block();
+  try {
+    return ::new (block) Bucket{nullptr, make_value()};
+  } catch (...) {
+    pool.give_back(block);
+    throw;
+  }
+}
+
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+template <typename MakeValue>
+auto Hashtable<Value, GetKey, Key, Hash, Eq>::find_or_link(const Key& key, const MakeValue& make_value)
+    -> std::pair<iterator, bool> {
+  if (num_values >= counts.growth_size()) {
+    rehash(counts.count() + 1);
+  }
+  const std::size_t index = index_of(key);
+  if (Bucket* const found = find_in_chain(index, key); found != nullptr) {
+    return {iterator(found, this), false};
+  }
+  Bucket* const node = make_bucket(make_value);
+  node->next = buckets[index];
+  buckets[index] = node;
+  ++num_values;
+  return {iterator(node, this), true};
+}
+
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::rehash(std::size_t n) {
+  if (counts.count() >= n) {
+    return;
+  }
+  if (counts.count() == 0) {
+    throw std::bad_alloc();  // the values were lost in an earlier call; an empty table would pass for the right one
+  }
+  const std::size_t new_count = choose_bucket_count(n);
+  std::vector<Bucket*> old_buckets;
+  old_buckets.swap(buckets);
+  try {
+    buckets.resize(new_count, nullptr);
+    counts = BucketCount(new_count);
+    relink(old_buckets);
+  } catch (...) {
+    drop_chains(old_buckets);
+    drop_chains(buckets);
+    buckets.clear();
+    counts = BucketCount();
+    num_values = 0;
+    throw;
+  }
+}
+
+/** Moves every node from the chains of `old_heads` to the head of its new chain, in order of iteration. */
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(std::vector<Bucket*>& old_heads) {
+  for (Bucket*& head : old_heads) {
+    while (head != nullptr) {
+      Bucket*& new_head = buckets[index_of(key_of(head))];
+      Bucket* const node = head;
+      head = node->next;
+      node->next = new_head;
+      new_head = node;
+    }
+  }
+}
+
+/** Destroys every value of these chains, gives the nodes back to the pool and leaves the heads null. */
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(std::vector<Bucket*>& heads) noexcept {
+  for (Bucket*& head : heads) {
+    while (head != nullptr) {
+      Bucket* const node = head;
+      head = node->next;
+      std::destroy_at(node);
+      pool.give_back(node);
+    }
+  }
+}
+
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::clear(bool reset_buckets) {
+  if (num_values != 0) {
+    drop_chains(buckets);
+    num_values = 0;
+  }
+  if (reset_buckets) {
+    std::vector<Bucket*> fresh(counts.count(), nullptr);
+    buckets.swap(fresh);
+  }
+}
+
+/**
+ * Map from `Key` to `T`; see `Hashtable` for cost, order and errors.
+ *
+ *     HashMap<const Symbol*, std::string> names;
+ *     names[symbol] = "x";
+ *     if (auto found = names.find(symbol); found != names.end()) { use(found->second); }
+ */
+template <typename Key, typename T, typename Hash = hash<Key>, typename Eq = std::equal_to<Key>>
+class HashMap : public Hashtable<std::pair<Key, T>, GetKey_pair<Key, T>, Key, Hash, Eq> {
+  using Base = Hashtable<std::pair<Key, T>, GetKey_pair<Key, T>, Key, Hash, Eq>;
+
+public:
+  using typename Base::iterator;
+
+  /** The value mapped to `key`, a default-constructed one if there was none. */
+  T& operator[](const Key& key) { return find_or_insert(key).first->second; }
+
+  /** Does the same in one look-up and tells whether the key was added. */
+  std::pair<iterator, bool> find_or_insert(const Key& key) {
+    return this->find_or_link(key, [&key] {
+      return std::pair<Key, T>(std::piecewise_construct, std::forward_as_tuple(key), std::forward_as_tuple());
+    });
+  }
+};
+
+/**
+ * Set of `Key`; see `Hashtable` for cost, order and errors.
+ *
+ *     HashSet<const Symbol*> seen;
+ *     if (seen.insert(symbol).second) { first_time(symbol); }
+ */
+template <typename Key, typename Hash = hash<Key>, typename Eq = std::equal_to<Key>>
+class HashSet : public Hashtable<Key, GetKey_identity<Key>, Key, Hash, Eq> {
+  using Base = Hashtable<Key, GetKey_identity<Key>, Key, Hash, Eq>;
+
+public:
+  using typename Base::iterator;
+
+  /** Adds `key` if it is not there. Gives its place and whether it was added. */
+  std::pair<iterator, bool> insert(const Key& key) {
+    return this->find_or_link(key, [&key]() -> const Key& { return key; });
+  }
+};
+
+}  // namespace brum::hsh
+
+#endif
