@@ -9,7 +9,8 @@ namespace brum {
 
 namespace {
 
-/** Where errors are reported as they are made, and the lock that keeps the reports of several threads apart. */
+/** Where errors are reported as they are made, and the lock that keeps the reports of several
+ * threads apart. */
 struct Diagnostics {
   std::mutex lock;
   std::ostream* stream = nullptr;
@@ -28,7 +29,8 @@ void append(std::ostream& out, const std::string& text) {
 
 Exception::Exception(const std::string& msg) {
   message.imbue(std::locale::classic());
-  // A stream swallows the exceptions of its buffer unless asked not to; a message cut short would mislead.
+  // A stream swallows the exceptions of its buffer unless asked not to; a message cut short would
+  // mislead.
   message.exceptions(std::ios_base::badbit);
   append(message, msg);
   message.exceptions(std::ios_base::goodbit);
@@ -40,7 +42,8 @@ Exception::Exception(const Exception& other) noexcept : std::exception(other) {
   try {
     append(message, other.message.str());
   } catch (...) {
-    // An error without its text is still the right error; one that cannot be copied would end the program.
+    // An error without its text is still the right error; one that cannot be copied would end the
+    // program.
     message.clear(std::ios_base::badbit);
   }
 }
@@ -64,7 +67,8 @@ void Exception::dump_msg_and_raise_assertion() noexcept {
       out->flush();
     }
   } catch (...) {
-    // The error itself is on its way to the caller; a report that cannot be written must not replace it.
+    // The error itself is on its way to the caller; a report that cannot be written must not
+    // replace it.
     return;
   }
 }

@@ -19,7 +19,8 @@ namespace hsh {
 
 __extension__ using uint128 = unsigned __int128;
 
-/** Folds the 128-bit product of two words into one word, each bit of which depends on many of both. */
+/** Folds the 128-bit product of two words into one word, each bit of which depends on many of both.
+ */
 constexpr std::uint64_t mix(std::uint64_t a, std::uint64_t b) noexcept {
   const uint128 product = static_cast<uint128>(a) * b;
   return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64U);
@@ -27,13 +28,15 @@ constexpr std::uint64_t mix(std::uint64_t a, std::uint64_t b) noexcept {
 
 /** Hash of `text`, byte for byte; about one multiplication for 8 bytes. The same on every run. */
 inline std::uint64_t hash_bytes(std::string_view text) noexcept {
-  // Odd words with about half of their bits set: the fractional parts of the square roots of 2 and 3.
+  // Odd words with about half of their bits set: the fractional parts of the square roots of 2
+  // and 3.
   constexpr std::uint64_t first_factor = 0x6a09e667f3bcc909U;
   constexpr std::uint64_t second_factor = 0xbb67ae8584caa73bU;
   std::uint64_t result = text.size() * first_factor;
   const char* bytes = text.data();
   std::size_t left = text.size();
-  for (; left >= sizeof(std::uint64_t); left -= sizeof(std::uint64_t), bytes += sizeof(std::uint64_t)) {
+  for (; left >= sizeof(std::uint64_t);
+       left -= sizeof(std::uint64_t), bytes += sizeof(std::uint64_t)) {
     std::uint64_t word = 0;
     std::memcpy(&word, bytes, sizeof(word));
     result = mix(result ^ word, second_factor);
@@ -46,14 +49,16 @@ inline std::uint64_t hash_bytes(std::string_view text) noexcept {
 }
 
 /**
- * Hash functor of the containers. A pointer gives its address and a number or enumerator its value (read as unsigned
- * and widened with zeros), both unmixed: tables take it modulo a prime.
+ * Hash functor of the containers. A pointer gives its address and a number or enumerator its value
+ * (read as unsigned and widened with zeros), both unmixed: tables take it modulo a prime.
  */
 template <typename Key>
 struct hash {
-  static_assert(std::is_pointer_v<Key> || std::is_integral_v<Key> || std::is_enum_v<Key>, "no hash for this key");
+  static_assert(std::is_pointer_v<Key> || std::is_integral_v<Key> || std::is_enum_v<Key>,
+                "no hash for this key");
   static_assert(sizeof(Key) <= sizeof(std::uint64_t), "the key is wider than its hash");
-  static_assert(!std::is_same_v<Key, Term*>, "terms are kept as const Term*, which hash by their id");
+  static_assert(!std::is_same_v<Key, Term*>,
+                "terms are kept as const Term*, which hash by their id");
 
   std::uint64_t operator()(Key key) const noexcept {
     if constexpr (std::is_pointer_v<Key>) {
@@ -67,8 +72,8 @@ struct hash {
 };
 
 /**
- * Hash of a term: its id, so that the order of a table does not depend on addresses. Defined where `Term` is; declared
- * here so that no table of terms can be made without it.
+ * Hash of a term: its id, so that the order of a table does not depend on addresses. Defined where
+ * `Term` is; declared here so that no table of terms can be made without it.
  */
 template <>
 struct hash<const Term*>;

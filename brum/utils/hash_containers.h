@@ -17,12 +17,14 @@
 
 namespace brum::hsh {
 
-/** The number of buckets of a table that asked for `n`: the first prime of a fixed list not below `n`, else the last. */
+/** The number of buckets of a table that asked for `n`: the first prime of a fixed list not below
+ * `n`, else the last. */
 std::size_t choose_bucket_count(std::size_t n);
 
-/** A number of buckets with what is computed from it once, so that neither look-up nor load check divides. */
+/** A number of buckets with what is computed from it once, so that neither look-up nor load check
+ * divides. */
 class BucketCount {
-public:
+ public:
   /** No buckets at all; `growth_size` is 0, so that the first insertion asks for some. */
   BucketCount() = default;
 
@@ -37,12 +39,13 @@ public:
   /** The remainder of `hash` divided by `count`, which must not be 0. */
   std::size_t index_of(std::uint64_t hash) const noexcept {
     // The reciprocal is rounded down, so the quotient is right or one too small.
-    const auto quotient = static_cast<std::uint64_t>((static_cast<uint128>(hash) * reciprocal) >> 64U);
+    const auto quotient =
+        static_cast<std::uint64_t>((static_cast<uint128>(hash) * reciprocal) >> 64U);
     const std::uint64_t rest = hash - quotient * buckets;
     return rest < buckets ? rest : rest - buckets;
   }
 
-private:
+ private:
   std::uint64_t buckets = 0;
   std::uint64_t reciprocal = 0;  // 2^64 / buckets
   std::uint64_t size_to_grow_at = 0;
@@ -63,34 +66,37 @@ struct GetKey_identity {
 /**
  * Hash table with separate chaining; `HashMap` and `HashSet` are its two faces.
  *
- * A value lies in a node of a pool, which never moves: references and pointers to it hold until `clear` or the end of
- * the table, whatever is inserted. The number of buckets is a prime, 31 at first; an insertion call (also one that
- * finds its key) that meets a load above 0.7 first grows the table to the next prime, about twice as large.
+ * A value lies in a node of a pool, which never moves: references and pointers to it hold until
+ * `clear` or the end of the table, whatever is inserted. The number of buckets is a prime, 31 at
+ * first; an insertion call (also one that finds its key) that meets a load above 0.7 first grows
+ * the table to the next prime, about twice as large.
  *
- * Order of iteration: bucket by bucket, within a bucket the newest value first; growth relinks the nodes in the order
- * of iteration, so that those of one old chain that meet again come out reversed. Printed output follows this order,
- * so it does not change. Inserting while iterating gives no defined order.
+ * Order of iteration: bucket by bucket, within a bucket the newest value first; growth relinks the
+ * nodes in the order of iteration, so that those of one old chain that meet again come out
+ * reversed. Printed output follows this order, so it does not change. Inserting while iterating
+ * gives no defined order.
  *
- * Cost: constant on average for look-up and insertion, with one allocation per chunk of the pool; iteration and `clear`
- * take time for every bucket.
+ * Cost: constant on average for look-up and insertion, with one allocation per chunk of the pool;
+ * iteration and `clear` take time for every bucket.
  *
- * Errors: an insertion that throws (std::bad_alloc, or what copying a key or value throws) inserts nothing. There is
- * one exception: if the new array of buckets cannot be allocated while growing, the table loses all its values, which
- * are destroyed, and its buckets; from then on it is good for destruction only. (It reports a size and a bucket count
- * of 0, finds nothing, and every further insertion throws std::bad_alloc.)
+ * Errors: an insertion that throws (std::bad_alloc, or what copying a key or value throws) inserts
+ * nothing. There is one exception: if the new array of buckets cannot be allocated while growing,
+ * the table loses all its values, which are destroyed, and its buckets; from then on it is good for
+ * destruction only. (It reports a size and a bucket count of 0, finds nothing, and every further
+ * insertion throws std::bad_alloc.)
  *
  * One thread at a time, but any number of threads may use const operations together.
  */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 class Hashtable {
-public:
+ public:
   /** A node: one stored value and the link to the next node of its bucket. */
   struct Bucket {
     Bucket* next;
     Value value;
   };
 
-private:
+ private:
   using Pool = MemoryPool<sizeof(Bucket), false>;
   static_assert(alignof(Bucket) <= alignof(void*), "the blocks of the pool are aligned to 8 bytes");
 
@@ -98,7 +104,7 @@ private:
   class Iterator {
     using Table = std::conditional_t<Const, const Hashtable, Hashtable>;
 
-  public:
+   public:
     using iterator_category = std::forward_iterator_tag;
     using value_type = Value;
     using difference_type = std::ptrdiff_t;
@@ -110,8 +116,8 @@ private:
 
     /** An iterator converts to a const_iterator. */
     template <bool OtherConst>
-      requires(Const && !OtherConst)
-    Iterator(const Iterator<OtherConst>& other) noexcept : node(other.node), table(other.table) {}
+    requires(Const && !OtherConst) Iterator(const Iterator<OtherConst>& other)
+    noexcept : node(other.node), table(other.table) {}
 
     reference operator*() const noexcept { return node->value; }
     pointer operator->() const noexcept { return &node->value; }
@@ -127,9 +133,11 @@ private:
       return before;
     }
 
-    friend bool operator==(const Iterator& a, const Iterator& b) noexcept { return a.node == b.node; }
+    friend bool operator==(const Iterator& a, const Iterator& b) noexcept {
+      return a.node == b.node;
+    }
 
-  private:
+   private:
     friend class Hashtable;
     template <bool>
     friend class Iterator;
@@ -140,7 +148,7 @@ private:
     Table* table = nullptr;
   };
 
-public:
+ public:
   /** Forward iterators over the values. The key of a map's pair must not be assigned to. */
   using iterator = Iterator<false>;
   using const_iterator = Iterator<true>;
@@ -173,35 +181,37 @@ public:
   iterator find(const Key& key) { return {find_node(key), this}; }
   const_iterator find(const Key& key) const { return {find_node(key), this}; }
 
-  /** Grows to at least `n` buckets; with that many already, does nothing. On std::bad_alloc see the class. */
+  /** Grows to at least `n` buckets; with that many already, does nothing. On std::bad_alloc see the
+   * class. */
   void rehash(std::size_t n);
 
   /**
-   * Copies `value` into a node of the pool, which is not linked into the table: that is left to the caller. Throws
-   * std::bad_alloc and what copying throws.
+   * Copies `value` into a node of the pool, which is not linked into the table: that is left to the
+   * caller. Throws std::bad_alloc and what copying throws.
    */
   Bucket* new_Bucket(const Value& value) {
     return make_bucket([&value]() -> const Value& { return value; });
   }
 
   /**
-   * Destroys every value. The nodes stay with the table for the next insertions, and so do the buckets, in a freshly
-   * allocated array if `reset_buckets`. If that throws std::bad_alloc, the table is empty and in order.
+   * Destroys every value. The nodes stay with the table for the next insertions, and so do the
+   * buckets, in a freshly allocated array if `reset_buckets`. If that throws std::bad_alloc, the
+   * table is empty and in order.
    */
   void clear(bool reset_buckets);
 
   /** The pool of the nodes, for measuring memory. */
   const MemoryPool<sizeof(Bucket), false>& node_pool() const noexcept { return pool; }
 
-protected:
+ protected:
   /**
-   * Finds the value with this key, or links in a node whose value is what `make_value` returns; the bool tells which,
-   * true for a new one. Every insertion comes through here.
+   * Finds the value with this key, or links in a node whose value is what `make_value` returns; the
+   * bool tells which, true for a new one. Every insertion comes through here.
    */
   template <typename MakeValue>
   std::pair<iterator, bool> find_or_link(const Key& key, const MakeValue& make_value);
 
-private:
+ private:
   std::size_t index_of(const Key& key) const { return counts.index_of(hasher(key)); }
   const Key& key_of(const Bucket* node) const { return GetKey()(node->value); }
 
@@ -213,7 +223,9 @@ private:
     return node;
   }
 
-  Bucket* find_node(const Key& key) const { return num_values == 0 ? nullptr : find_in_chain(index_of(key), key); }
+  Bucket* find_node(const Key& key) const {
+    return num_values == 0 ? nullptr : find_in_chain(index_of(key), key);
+  }
 
   Bucket* first_node_from(std::size_t index) const noexcept {
     for (; index < buckets.size(); ++index) {
@@ -256,7 +268,8 @@ auto Hashtable<Value, GetKey, Key, Hash, Eq>::make_bucket(const MakeValue& make_
 
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 template <typename MakeValue>
-auto Hashtable<Value, GetKey, Key, Hash, Eq>::find_or_link(const Key& key, const MakeValue& make_value)
+auto Hashtable<Value, GetKey, Key, Hash, Eq>::find_or_link(const Key& key,
+                                                           const MakeValue& make_value)
     -> std::pair<iterator, bool> {
   if (num_values >= counts.growth_size()) {
     rehash(counts.count() + 1);
@@ -278,7 +291,8 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::rehash(std::size_t n) {
     return;
   }
   if (counts.count() == 0) {
-    throw std::bad_alloc();  // the values were lost in an earlier call; an empty table would pass for the right one
+    throw std::bad_alloc();  // the values were lost in an earlier call; an empty table would pass
+                             // for the right one
   }
   const std::size_t new_count = choose_bucket_count(n);
   std::vector<Bucket*> old_buckets;
@@ -297,7 +311,8 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::rehash(std::size_t n) {
   }
 }
 
-/** Moves every node from the chains of `old_heads` to the head of its new chain, in order of iteration. */
+/** Moves every node from the chains of `old_heads` to the head of its new chain, in order of
+ * iteration. */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(std::vector<Bucket*>& old_heads) {
   for (Bucket*& head : old_heads) {
@@ -311,7 +326,8 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(std::vector<Bucket*>& old_h
   }
 }
 
-/** Destroys every value of these chains, gives the nodes back to the pool and leaves the heads null. */
+/** Destroys every value of these chains, gives the nodes back to the pool and leaves the heads
+ * null. */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(std::vector<Bucket*>& heads) noexcept {
   for (Bucket*& head : heads) {
@@ -347,7 +363,7 @@ template <typename Key, typename T, typename Hash = hash<Key>, typename Eq = std
 class HashMap : public Hashtable<std::pair<Key, T>, GetKey_pair<Key, T>, Key, Hash, Eq> {
   using Base = Hashtable<std::pair<Key, T>, GetKey_pair<Key, T>, Key, Hash, Eq>;
 
-public:
+ public:
   using typename Base::iterator;
 
   /** The value mapped to `key`, a default-constructed one if there was none. */
@@ -356,7 +372,8 @@ public:
   /** Does the same in one look-up and tells whether the key was added. */
   std::pair<iterator, bool> find_or_insert(const Key& key) {
     return this->find_or_link(key, [&key] {
-      return std::pair<Key, T>(std::piecewise_construct, std::forward_as_tuple(key), std::forward_as_tuple());
+      return std::pair<Key, T>(std::piecewise_construct, std::forward_as_tuple(key),
+                               std::forward_as_tuple());
     });
   }
 };
@@ -371,7 +388,7 @@ template <typename Key, typename Hash = hash<Key>, typename Eq = std::equal_to<K
 class HashSet : public Hashtable<Key, GetKey_identity<Key>, Key, Hash, Eq> {
   using Base = Hashtable<Key, GetKey_identity<Key>, Key, Hash, Eq>;
 
-public:
+ public:
   using typename Base::iterator;
 
   /** Adds `key` if it is not there. Gives its place and whether it was added. */

@@ -24,18 +24,19 @@ namespace brum {
 /**
  * Source of blocks of one fixed size, cut from large chunks.
  *
- * Taking and giving back a block is one pointer pop or push on a free list; `std::malloc` is called once per chunk, and
- * chunks grow geometrically up to a bound. Blocks are aligned to 8 bytes. A chunk is one link word (to the chunk got
- * before it) followed by its blocks without gaps; the first word of a free block links to the next free block.
+ * Taking and giving back a block is one pointer pop or push on a free list; `std::malloc` is called
+ * once per chunk, and chunks grow geometrically up to a bound. Blocks are aligned to 8 bytes. A
+ * chunk is one link word (to the chunk got before it) followed by its blocks without gaps; the
+ * first word of a free block links to the next free block.
  *
  *     MemoryPool<24, false> pool;
  *     void* block = pool.take_block();   // 24 bytes, contents undefined
  *     pool.give_back(block);             // the next block to be taken
  *     pool.release();                    // frees all memory; every block is gone
  *
- * The pool never destroys what lies in its blocks, and its destructor frees nothing: the owner destroys its objects and
- * then calls `release`. No locks: one thread at a time. Under AddressSanitizer the bytes of a block that was given back
- * are poisoned, but for the link.
+ * The pool never destroys what lies in its blocks, and its destructor frees nothing: the owner
+ * destroys its objects and then calls `release`. No locks: one thread at a time. Under
+ * AddressSanitizer the bytes of a block that was given back are poisoned, but for the link.
  */
 template <std::size_t Size, bool Flag>
 class MemoryPool {
@@ -43,12 +44,14 @@ class MemoryPool {
   static_assert(Size >= sizeof(void*), "a free block holds a link");
   static_assert(Size % alignof(void*) == 0, "blocks are packed and aligned to 8 bytes");
 
-public:
+ public:
   /**
-   * Makes an empty pool. `first_blocks` is the number of blocks of the first chunk (0 counts as 1), `factor` what the
-   * number is multiplied with after each chunk, `most_blocks` its bound, or 0 for none.
+   * Makes an empty pool. `first_blocks` is the number of blocks of the first chunk (0 counts as 1),
+   * `factor` what the number is multiplied with after each chunk, `most_blocks` its bound, or 0 for
+   * none.
    */
-  explicit MemoryPool(std::size_t first_blocks = 16, float factor = 2.0F, std::size_t most_blocks = 8192)
+  explicit MemoryPool(std::size_t first_blocks = 16, float factor = 2.0F,
+                      std::size_t most_blocks = 8192)
       : next_chunk_blocks(first_blocks), growth_factor(factor), largest_chunk(most_blocks) {}
 
   MemoryPool(const MemoryPool&) = delete;
@@ -62,13 +65,14 @@ public:
   void* free_list = nullptr;        ///< the first free block; its first word links to the next one
 
   /**
-   * Gets a chunk and gives its first block, the head of a null-terminated chain of all blocks of the chunk in address
-   * order. Does not touch the free list. Throws std::bad_alloc and changes nothing when the memory cannot be had or
-   * its size in bytes exceeds 64 bits.
+   * Gets a chunk and gives its first block, the head of a null-terminated chain of all blocks of
+   * the chunk in address order. Does not touch the free list. Throws std::bad_alloc and changes
+   * nothing when the memory cannot be had or its size in bytes exceeds 64 bits.
    */
   void* grow_pool();
 
-  /** Takes a block off the free list, growing the pool if there is none. Throws what `grow_pool` throws. */
+  /** Takes a block off the free list, growing the pool if there is none. Throws what `grow_pool`
+   * throws. */
   void* take_block() {
     if (free_list == nullptr) {
       free_list = grow_pool();
@@ -81,7 +85,8 @@ public:
     return block;
   }
 
-  /** Puts `block`, which came from this pool and holds no object any more, at the head of the free list. */
+  /** Puts `block`, which came from this pool and holds no object any more, at the head of the free
+   * list. */
   void give_back(void* block) noexcept {
     set_link(block, free_list);
     free_list = block;
@@ -90,7 +95,8 @@ public:
 #endif
   }
 
-  /** Frees every chunk. The pool is empty afterwards and may be used again; its growth settings stay. */
+  /** Frees every chunk. The pool is empty afterwards and may be used again; its growth settings
+   * stay. */
   void release() noexcept {
     while (chunk_list != nullptr) {
       void* const chunk = chunk_list;
@@ -100,11 +106,15 @@ public:
     free_list = nullptr;
   }
 
-private:
+ private:
   static constexpr std::size_t link_size = sizeof(void*);
 
-  static void* link_of(const void* block) noexcept { return *static_cast<void* const*>(block); }
-  static void set_link(void* block, void* next) noexcept { ::new (block) void*(next); }
+  static void* link_of(const void* block) noexcept {
+    return *static_cast<void* const*>(block);
+  }
+  static void set_link(void* block, void* next) noexcept {
+    ::new (block) void*(next);
+  }
 
   std::uint64_t chunk_blocks_after(std::uint64_t blocks) const noexcept;
 };
@@ -113,7 +123,8 @@ template <std::size_t Size, bool Flag>
 void* MemoryPool<Size, Flag>::grow_pool() {
   const std::uint64_t blocks = next_chunk_blocks == 0 ? 1 : next_chunk_blocks;
   std::size_t bytes = 0;
-  if (__builtin_mul_overflow(blocks, Size, &bytes) || __builtin_add_overflow(bytes, link_size, &bytes)) {
+  if (__builtin_mul_overflow(blocks, Size, &bytes) ||
+      __builtin_add_overflow(bytes, link_size, &bytes)) {
     throw std::bad_alloc();
   }
   void* const chunk = std::malloc(bytes);
