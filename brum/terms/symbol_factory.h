@@ -1,0 +1,43 @@
+#ifndef BRUM_TERMS_SYMBOL_FACTORY_H
+#define BRUM_TERMS_SYMBOL_FACTORY_H
+
+#include <string_view>
+
+#include "brum/terms/arena.h"
+#include "brum/terms/term.h"
+
+namespace brum {
+
+/// Places symbols in an arena. Makes a new symbol at each call; keeping them apart or together is
+/// the business of the tables that call it.
+class SymbolFactory {
+ public:
+  explicit SymbolFactory(Arena& arena) : arena_(arena) {}
+
+  /// A symbol of the user's; the name is copied. Throws std::bad_alloc.
+  const Symbol* make_user_symbol(std::string_view name, const DataType* type) {
+    return make(name, type, false, SymbolTag::none);
+  }
+
+  /// A symbol with a meaning of its own; the name is copied. Throws std::bad_alloc.
+  const Symbol* make_interpreted_symbol(std::string_view name, const DataType* type,
+                                        SymbolTag::tag tag = SymbolTag::none) {
+    return make(name, type, true, tag);
+  }
+
+ private:
+  const Symbol* make(std::string_view name, const DataType* type, bool interpreted,
+                     SymbolTag::tag tag) {
+    const bool is_function = type->kind() == DataType::Kind::function;
+    const std::uint64_t arity = is_function ? type->num_components() - 1 : 0;
+    const std::string_view kept = arena_.copy(name);
+    void* place = arena_.allocate(sizeof(Symbol));
+    return new (place) Symbol(kept, arity, type, interpreted, tag);
+  }
+
+  Arena& arena_;
+};
+
+}  // namespace brum
+
+#endif  // BRUM_TERMS_SYMBOL_FACTORY_H

@@ -1,0 +1,53 @@
+#ifndef BRUM_TERMS_TERM_INDEX_H
+#define BRUM_TERMS_TERM_INDEX_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "brum/terms/term.h"
+
+namespace brum {
+
+/// A value per term for the length of a walk, found by the term's id; 0 at first.
+///
+/// Values lie in pages of 4096 ids that are made when one of their terms is first asked for. So a
+/// walk pays for the terms that it meets, close ids cheaply, and not for the store: beyond the
+/// pages there is one word per 4096 ids up to the highest one met.
+template <class Value>
+class TermIndex {
+ public:
+  /// Gives the value of `term`, to be read or changed. Throws std::bad_alloc and then changes
+  /// nothing.
+  Value& operator[](const Term* term) {
+    const std::size_t page = term->id / page_size;
+    if (page >= pages_.size() || pages_[page] == nullptr) {
+      add_page(page);
+    }
+    return pages_[page][term->id % page_size];
+  }
+
+  /// Gives the value of `term` without making room for it.
+  Value get(const Term* term) const {
+    const std::size_t page = term->id / page_size;
+    const bool present = page < pages_.size() && pages_[page] != nullptr;
+    return present ? pages_[page][term->id % page_size] : Value{};
+  }
+
+ private:
+  static constexpr std::size_t page_size = 4096;
+
+  void add_page(std::size_t page) {
+    if (page >= pages_.size()) {
+      pages_.resize(page + 1);
+    }
+    pages_[page] = std::make_unique<Value[]>(page_size);
+  }
+
+  std::vector<std::unique_ptr<Value[]>> pages_;
+};
+
+}  // namespace brum
+
+#endif  // BRUM_TERMS_TERM_INDEX_H

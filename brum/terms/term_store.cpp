@@ -1,0 +1,158 @@
+#include "brum/terms/term_store.h"
+
+#include <algorithm>
+#include <new>
+
+namespace brum {
+
+namespace {
+
+constexpr std::size_t smallest_table = 64;
+constexpr std::size_t smallest_chunk = std::size_t{1} << 12U;
+constexpr std::size_t largest_chunk = std::size_t{1} << 20U;
+
+std::uint64_t word(const void* address) {
+  return reinterpret_cast<std::uintptr_t>(address);
+}
+
+std::uint64_t mix(std::uint64_t hash, std::uint64_t value) {
+  hash = (hash ^ value) * 0x9E3779B97F4A7C15U;
+  return hash ^ (hash >> 32U);
+}
+
+std::uint64_t hash_of(const Symbol* symbol, std::span<const Term* const> arguments) {
+  std::uint64_t hash = mix(0, word(symbol));
+  for (const Term* argument : arguments) {
+    hash = mix(hash, word(argument));
+  }
+  return hash;
+}
+
+bool is_application(const Term* term, const Symbol* symbol,
+                    std::span<const Term* const> arguments) {
+  return term->symbol == symbol &&
+         std::equal(arguments.begin(), arguments.end(), term->arguments().begin());
+}
+
+}  // namespace
+
+std::uint64_t* TermStore::count_of_uses(const Term* term) {
+  // The count lies in the word before the term. It belongs to the store, not to the term, so that
+  // it may change while the term is constant.
+  return const_cast<std::uint64_t*>(reinterpret_cast<const std::uint64_t*>(term)) - 1;
+}
+
+std::size_t TermStore::bytes_of(std::size_t arity) {
+  return sizeof(std::uint64_t) + sizeof(Term) + arity * sizeof(const Term*);
+}
+
+std::size_t TermStore::find_slot(const Symbol* symbol,
+                                 std::span<const Term* const> arguments) const {
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t slot = hash_of(symbol, arguments) & mask;
+  while (slots_[slot] != nullptr && !is_application(slots_[slot], symbol, arguments)) {
+    slot = (slot + 1) & mask;
+  }
+  return slot;
+}
+
+std::size_t TermStore::first_empty_slot(const Term* term) const {
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t slot = hash_of(term->symbol, term->arguments()) & mask;
+  while (slots_[slot] != nullptr) {
+    slot = (slot + 1) & mask;
+  }
+  return slot;
+}
+
+void TermStore::empty_slot_of(const Term* term) noexcept {
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t slot = hash_of(term->symbol, term->arguments()) & mask;
+  while (slots_[slot] != term) {
+    slot = (slot + 1) & mask;
+  }
+  slots_[slot] = nullptr;
+}
+
+void TermStore::make_room_in_table() {
+  if ((size_ + 1) * 4 <= slots_.size() * 3) {
+    return;
+  }
+  std::vector<const Term*> old(std::max(smallest_table, slots_.size() * 2));
+  old.swap(slots_);
+  old = {};
+  // Terms go in again in the order of their ids: memory is read from front to back, and no term is
+  // placed behind one that was made later, on which roll_back relies.
+  for (const Chunk& chunk : chunks_) {
+    for (std::size_t offset = 0; offset < chunk.used;) {
+      const auto* term =
+          reinterpret_cast<const Term*>(chunk.bytes.get() + offset + sizeof(std::uint64_t));
+      slots_[first_empty_slot(term)] = term;
+      offset += bytes_of(term->symbol->arity);
+    }
+  }
+}
+
+TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
+  if (chunks_.empty() || chunks_.back().capacity - chunks_.back().used < bytes) {
+    const std::size_t usual =
+        chunks_.empty() ? smallest_chunk : std::min(chunks_.back().capacity * 2, largest_chunk);
+    Chunk chunk;
+    chunk.capacity = std::max(usual, bytes);
+    chunk.bytes = std::make_unique_for_overwrite<std::byte[]>(chunk.capacity);
+    chunks_.push_back(std::move(chunk));
+  }
+  return chunks_.back();
+}
+
+const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> arguments) {
+  make_room_in_table();
+  const std::size_t slot = find_slot(symbol, arguments);
+  if (slots_[slot] != nullptr) {
+    return slots_[slot];
+  }
+  const std::size_t bytes = bytes_of(arguments.size());
+  Chunk& chunk = chunk_with_room(bytes);
+  std::byte* place = chunk.bytes.get() + chunk.used;
+  new (place) std::uint64_t(0);
+  Term* term = new (place + sizeof(std::uint64_t)) Term(size_ + 1, symbol);
+  std::copy(arguments.begin(), arguments.end(), static_cast<const Term**>(term->children));
+  for (const Term* argument : arguments) {
+    ++*count_of_uses(argument);
+  }
+  chunk.used += bytes;
+  slots_[slot] = term;
+  ++size_;
+  return term;
+}
+
+void TermStore::roll_back(std::size_t old_size) noexcept {
+  if (size_ == old_size) {
+    return;
+  }
+  // The terms to forget are the tail of the last chunks: find where the tail begins, then drop it.
+  for (std::size_t index = chunks_.size(); index-- > 0;) {
+    Chunk& chunk = chunks_[index];
+    std::size_t kept = chunk.used;
+    for (std::size_t offset = 0; offset < chunk.used;) {
+      const auto* term =
+          reinterpret_cast<const Term*>(chunk.bytes.get() + offset + sizeof(std::uint64_t));
+      if (term->id > old_size) {
+        kept = std::min(kept, offset);
+        empty_slot_of(term);
+        for (const Term* argument : term->arguments()) {
+          --*count_of_uses(argument);
+        }
+      }
+      offset += bytes_of(term->symbol->arity);
+    }
+    const bool begins_here = kept > 0;
+    chunk.used = kept;
+    if (begins_here) {
+      break;
+    }
+  }
+  size_ = old_size;
+}
+
+}  // namespace brum

@@ -1,0 +1,66 @@
+#ifndef BRUM_TERMS_TERM_STORE_H
+#define BRUM_TERMS_TERM_STORE_H
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "brum/terms/term.h"
+
+namespace brum {
+
+/// Holds the terms of a manager, each application once (hash-consing).
+///
+/// Terms lie one after another in large chunks, in the order of their ids, each behind a word that
+/// counts its uses; a binary term takes 40 bytes. The unique table is open addressing over
+/// addresses of terms, at most three quarters full: 11 to 22 bytes a term. Nothing is destroyed
+/// term by term, so that a deep formula costs no stack when the store dies.
+class TermStore {
+ public:
+  TermStore() = default;
+  TermStore(const TermStore&) = delete;
+  TermStore& operator=(const TermStore&) = delete;
+
+  /// Gives the application of `symbol` to `arguments`, made now if it is not there yet. The
+  /// arguments must be terms of this store, as many as the symbol's arity. Throws std::bad_alloc
+  /// and then changes nothing.
+  const Term* apply(const Symbol* symbol, std::span<const Term* const> arguments);
+
+  /// The number of terms, which is also the highest id.
+  std::size_t size() const { return size_; }
+
+  /// The number of argument positions of the store's terms that hold `term`.
+  static std::uint64_t uses(const Term* term) { return *count_of_uses(term); }
+
+  /// Forgets the terms made since size() was `old_size`. None of them may be used afterwards.
+  void roll_back(std::size_t old_size) noexcept;
+
+ private:
+  /// A block of terms; `used` bytes of it are taken.
+  struct Chunk {
+    std::unique_ptr<std::byte[]> bytes;
+    std::size_t used = 0;
+    std::size_t capacity = 0;
+  };
+
+  static std::uint64_t* count_of_uses(const Term* term);
+  static std::size_t bytes_of(std::size_t arity);
+
+  /// Gives the slot that holds the application, or the empty slot where it belongs.
+  std::size_t find_slot(const Symbol* symbol, std::span<const Term* const> arguments) const;
+  std::size_t first_empty_slot(const Term* term) const;
+
+  void empty_slot_of(const Term* term) noexcept;
+  void make_room_in_table();
+  Chunk& chunk_with_room(std::size_t bytes);
+
+  std::vector<Chunk> chunks_;
+  std::vector<const Term*> slots_;  // the unique table; its length is 0 or a power of two
+  std::size_t size_ = 0;
+};
+
+}  // namespace brum
+
+#endif  // BRUM_TERMS_TERM_STORE_H

@@ -1,0 +1,57 @@
+#ifndef BRUM_TERMS_TERM_WALK_H
+#define BRUM_TERMS_TERM_WALK_H
+
+#include <cstdint>
+#include <vector>
+
+#include "brum/terms/term.h"
+
+namespace brum {
+
+/// Walks over the subterms of a term, arguments from left to right and before the term itself.
+/// Keeps its own stack: never recurses, however deep the term is.
+///
+///     TermWalk walk;
+///     walk.run(formula, [&](const Term* t) { return first_visit(t); },
+///              [&](const Term* t) { arguments_are_done(t); });
+class TermWalk {
+ public:
+  /// Calls `enter` for `root` and then for every reference from an argument position of an entered
+  /// term; it gives whether the term referred to is to be entered. Calls `leave` for each entered
+  /// term after its arguments. An exception from either ends the walk and leaves this object ready
+  /// for the next.
+  template <class Enter, class Leave>
+  void run(const Term* root, Enter&& enter, Leave&& leave) {
+    open_.clear();
+    if (!enter(root)) {
+      return;
+    }
+    open_.push_back({root, 0});
+    while (!open_.empty()) {
+      OpenTerm& top = open_.back();
+      if (top.next == top.term->symbol->arity) {
+        const Term* done = top.term;
+        open_.pop_back();
+        leave(done);
+        continue;
+      }
+      const Term* argument = top.term->children[top.next++];
+      if (enter(argument)) {
+        open_.push_back({argument, 0});
+      }
+    }
+  }
+
+ private:
+  /// A term that was entered, and the number of its arguments that were visited.
+  struct OpenTerm {
+    const Term* term;
+    std::uint64_t next;
+  };
+
+  std::vector<OpenTerm> open_;
+};
+
+}  // namespace brum
+
+#endif  // BRUM_TERMS_TERM_WALK_H
