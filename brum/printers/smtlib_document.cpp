@@ -1,0 +1,149 @@
+#include <array>
+#include <charconv>
+#include <string>
+
+#include "brum/printers/smtlib_term_printer.h"
+#include "brum/utils/scope_exit.h"
+
+// The framing of documents, bindings and applications.
+
+namespace brum {
+
+namespace {
+
+/// One unformatted insertion: flags, width and locale of the stream have no part in it.
+void write(std::ostream& out, std::string_view text) {
+  out.write(text.data(), static_cast<std::streamsize>(text.size()));
+}
+
+}  // namespace
+
+void SmtLibTermPrinter::print_start(std::ostream& out) {
+  open_lets = 0;
+  if (single_term) {
+    return;
+  }
+  if (v1_format) {
+    write(out, "(benchmark unnamed\n");
+    if (!status.empty()) {
+      write(out, ":status " + status + "\n");
+    }
+    if (!logic.empty()) {
+      write(out, ":logic " + logic + "\n");
+    }
+    write(out, ":source { printed by Brumlin }\n");
+    return;
+  }
+  if (!logic.empty()) {
+    write(out, "(set-logic " + logic + ")\n");
+  }
+  if (!status.empty()) {
+    write(out, "(set-info :status " + status + ")\n");
+  }
+  write(out, "(set-info :source |printed by Brumlin|)\n");
+}
+
+void SmtLibTermPrinter::print_define_section_start(std::ostream& out) {
+  if (!single_term) {
+    write(out, v1_format ? "\n:formula\n" : "(assert\n");
+  }
+}
+
+void SmtLibTermPrinter::get_define_label(const Term* term, std::string& label) {
+  if (!v1_format) {
+    label = make_label(".def_", term);
+  } else if (term->sort() == mgr->get_bool_type()) {
+    label = make_label("$def_", term);
+  } else {
+    label = make_label("?def_", term);
+  }
+}
+
+std::string SmtLibTermPrinter::make_label(std::string_view prefix, const Term* term) const {
+  std::array<char, 20> digits;
+  const char* end = std::to_chars(digits.begin(), digits.end(), term->id).ptr;
+  std::string label(prefix);
+  label.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
+  while (mgr->get_signature()->get_symbol(std::string_view(label)) != nullptr) {
+    label += '_';
+  }
+  return label;
+}
+
+void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string& label,
+                                           const Term* term) {
+  std::string_view opening = "(let ((";
+  if (v1_format) {
+    opening = term->sort() == mgr->get_bool_type() ? "(flet (" : "(let (";
+  }
+  write(out, opening);
+  write(out, label);
+  write(out, " ");
+  ++open_lets;
+}
+
+void SmtLibTermPrinter::print_define_end(std::ostream& out, const Term* /*term*/) {
+  write(out, v1_format ? ")" : "))");
+  write(out, use_newlines ? "\n" : " ");
+}
+
+void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* term,
+                                                const std::vector<std::string>& children) {
+  const Symbol* symbol = term->symbol;
+  if (symbol->arity == 0) {
+    write(out, to_smtlib(symbol));
+    return;
+  }
+  std::string& text = application_;
+  text = '(';
+  text += to_smtlib(symbol);
+  const bool is_congruence = TermManager::get_tag(symbol) == SymbolTag::int_modular_congruence;
+  if (is_congruence) {
+    text += " (-";  // congruent means that the difference is divisible
+  }
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    const bool is_converted = !v1_format &&
+                              symbol->type->get_component(i + 1) == mgr->get_real_type() &&
+                              term->children[i]->sort() == mgr->get_int_type();
+    text += is_converted ? " (to_real " : " ";
+    text += children[i];
+    if (is_converted) {
+      text += ')';
+    }
+  }
+  text += is_congruence ? "))" : ")";
+  write(out, text);
+}
+
+void SmtLibTermPrinter::print_formula_term(std::ostream& out, const std::string& text,
+                                           const Term* /*term*/) {
+  if (use_newlines && v1_format) {
+    write(out, "\n");
+  }
+  write(out, text);
+  if (use_newlines) {
+    write(out, "\n");
+  }
+}
+
+void SmtLibTermPrinter::print_end(std::ostream& out) {
+  if (open_lets > 0) {
+    write(out, std::string(static_cast<std::size_t>(open_lets), ')'));
+  }
+  if (!single_term) {
+    write(out, v1_format ? "\n)\n" : ")\n");
+  }
+  open_lets = 0;
+}
+
+void SmtLibTermPrinter::print_single_term(std::ostream& out, const Term* term, bool newlines) {
+  const ScopeExit restore([this] {
+    use_newlines = true;
+    single_term = false;
+  });
+  single_term = true;
+  use_newlines = newlines;
+  print_formula(out, term);
+}
+
+}  // namespace brum

@@ -1,0 +1,205 @@
+#include <string>
+#include <vector>
+
+#include "brum/printers/smtlib_term_printer.h"
+
+// How sorts are spelt, and the declarations of sorts and symbols.
+
+namespace brum {
+
+namespace {
+
+/// Texts of sorts inside a sort are kept for later use only up to this length in bytes: keeping
+/// every one of a nest would cost the square of its depth.
+constexpr std::size_t longest_kept_component = 4096;
+
+/// An array sort whose components are being written.
+struct OpenArray {
+  const DataType* sort;
+  std::size_t begin;    // where its text begins
+  std::size_t written;  // the number of components that are written or begun
+};
+
+/// True for the sorts that SMT-LIB has a text for.
+bool has_name_of_its_own(const DataType* sort) {
+  switch (sort->kind()) {
+    case DataType::Kind::boolean:
+    case DataType::Kind::integer:
+    case DataType::Kind::real:
+    case DataType::Kind::bit_vector:
+    case DataType::Kind::array:
+      return true;
+    case DataType::Kind::uninterpreted:
+    case DataType::Kind::function:
+      break;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::string SmtLibTermPrinter::to_smtlib(const DataType* sort) {
+  if (type_names_stale_) {
+    refresh_type_names();
+  }
+  return sort_text(sort);
+}
+
+std::string SmtLibTermPrinter::sort_text(const DataType* sort) {
+  if (const auto known = type_names.find(sort); known != type_names.end()) {
+    return known->second;
+  }
+  std::string text = v1_format ? v1_sort_text(sort) : v2_sort_text(sort, true);
+  return type_names[sort] = std::move(text);
+}
+
+std::string SmtLibTermPrinter::v1_sort_text(const DataType* sort) {
+  switch (sort->kind()) {
+    case DataType::Kind::boolean:
+      throw error("SMT-LIB v1 format doesn't have an explicit Bool type");
+    case DataType::Kind::function:
+      return v1_function_text(sort);
+    case DataType::Kind::array:
+      return v1_array_text(sort);
+    case DataType::Kind::bit_vector:
+      return "BitVec[" + std::to_string(sort->width()) + "]";
+    case DataType::Kind::integer:
+    case DataType::Kind::real:
+    case DataType::Kind::uninterpreted:
+      break;
+  }
+  return "";
+}
+
+// The argument sorts, a blank after each, then the result sort. A predicate has no result sort in
+// version 1.2, so its text ends with the blank.
+std::string SmtLibTermPrinter::v1_function_text(const DataType* sort) {
+  std::string text;
+  for (std::size_t i = 1; i < sort->num_components(); ++i) {
+    text += sort_text(sort->get_component(i));
+    text += ' ';
+  }
+  if (sort->get_component(0) != mgr->get_bool_type()) {
+    text += sort_text(sort->get_component(0));
+  }
+  return text;
+}
+
+std::string SmtLibTermPrinter::v1_array_text(const DataType* sort) const {
+  const DataType* index = sort->get_component(0);
+  const DataType* element = sort->get_component(1);
+  if (index == mgr->get_int_type() && element == mgr->get_int_type()) {
+    return "Array";
+  }
+  std::size_t index_width = 0;
+  std::size_t element_width = 0;
+  if (!TermManager::is_bv_type(index, &index_width)) {
+    throw error("unsupported index type for Array: " + index->to_str());
+  }
+  if (!TermManager::is_bv_type(element, &element_width)) {
+    // The message names the index sort, as users of this printer know it.
+    throw error("unsupported element type for Array: " + index->to_str());
+  }
+  return "Array[" + std::to_string(index_width) + ":" + std::to_string(element_width) + "]";
+}
+
+// Written from front to back without recursion: array sorts may be nested to any depth. With
+// `trust_kept_arrays` the kept text of an array sort is used and that of a new one kept.
+std::string SmtLibTermPrinter::v2_sort_text(const DataType* sort, bool trust_kept_arrays) {
+  std::string text;
+  std::vector<OpenArray> open;
+  for (const DataType* next = sort;;) {
+    const bool is_array = next->kind() == DataType::Kind::array;
+    const auto known = type_names.find(next);
+    if (known != type_names.end() && (trust_kept_arrays || !is_array)) {
+      text += known->second;
+    } else if (is_array) {
+      open.push_back({next, text.size(), 0});
+      text += "(Array";
+    } else {
+      std::string& name = type_names[next];
+      if (std::size_t width = 0; TermManager::is_bv_type(next, &width)) {
+        name = "(_ BitVec " + std::to_string(width) + ")";
+      }
+      text += name;
+    }
+    while (!open.empty() && open.back().written == 2) {
+      text += ')';
+      const OpenArray& done = open.back();
+      if (trust_kept_arrays && text.size() - done.begin <= longest_kept_component) {
+        type_names[done.sort] = text.substr(done.begin);
+      }
+      open.pop_back();
+    }
+    if (open.empty()) {
+      return text;
+    }
+    text += ' ';
+    next = open.back().sort->get_component(open.back().written);
+    ++open.back().written;
+  }
+}
+
+// After a sort was renamed, the kept texts of sorts made of it are written anew, all in one pass.
+void SmtLibTermPrinter::refresh_type_names() {
+  std::vector<const DataType*> composites;
+  for (const auto& [sort, text] : type_names) {
+    if (sort->num_components() != 0) {
+      composites.push_back(sort);
+    }
+  }
+  for (const DataType* sort : composites) {
+    type_names[sort] = v1_format ? v1_sort_text(sort) : v2_sort_text(sort, false);
+  }
+  type_names_stale_ = false;
+}
+
+void SmtLibTermPrinter::print_type_declaration(std::ostream& out, const DataType* type) {
+  if (single_term || has_name_of_its_own(type)) {
+    return;
+  }
+  std::string name = "U" + std::to_string(sort_counter);
+  ++sort_counter;
+  const std::string line =
+      v1_format ? ":extrasorts (" + name + ")\n" : "(declare-sort " + name + " 0)\n";
+  out.write(line.data(), static_cast<std::streamsize>(line.size()));
+  const std::size_t known_sorts = type_names.size();
+  type_names[type] = std::move(name);
+  if (type_names.size() == known_sorts) {
+    type_names_stale_ = true;
+  }
+}
+
+void SmtLibTermPrinter::print_symbol_declaration(std::ostream& out, const Symbol* symbol) {
+  if (single_term || TermManager::is_interpreted(symbol)) {
+    return;
+  }
+  const auto write = [&out](std::string_view text) {
+    out.write(text.data(), static_cast<std::streamsize>(text.size()));
+  };
+  const bool is_formula = symbol->get_output_type() == mgr->get_bool_type();
+  if (v1_format) {
+    write(is_formula ? ":extrapreds ((" : ":extrafuns ((");
+  } else {
+    write("(declare-fun ");
+  }
+  write(to_smtlib(symbol));
+  if (v1_format) {
+    if (symbol->type != mgr->get_bool_type()) {
+      write(" ");
+      write(to_smtlib(symbol->type));
+    }
+    write("))\n");
+    return;
+  }
+  write(" (");
+  for (std::size_t i = 1; i <= symbol->arity; ++i) {
+    write(i == 1 ? "" : " ");
+    write(to_smtlib(symbol->type->get_component(i)));
+  }
+  write(") ");
+  write(to_smtlib(symbol->get_output_type()));
+  write(")\n");
+}
+
+}  // namespace brum

@@ -1,0 +1,86 @@
+#include <string>
+
+#include "brum/printers/smtlib_term_printer.h"
+#include "brum/terms/operator_names.h"
+
+// How symbols are spelt.
+
+namespace brum {
+
+std::string SmtLibTermPrinter::to_smtlib(const Symbol* symbol) {
+  if (const auto known = symbol_names.find(symbol); known != symbol_names.end()) {
+    return known->second;
+  }
+  if (TermManager::is_equality(symbol)) {
+    return symbol_names[symbol] = "=";
+  }
+  if (TermManager::is_term_ite(symbol, nullptr)) {
+    return symbol_names[symbol] = "ite";
+  }
+  if (!TermManager::is_interpreted(symbol)) {
+    return to_smtlib(std::string(symbol->name_view()));
+  }
+  const SymbolTag::tag tag = TermManager::get_tag(symbol).value_or(SymbolTag::none);
+  if (const auto fixed = tag_names.find(tag); fixed != tag_names.end()) {
+    return fixed->second;
+  }
+  if (const QNumber* value = mgr->get_number(symbol); value != nullptr) {
+    return symbol_names[symbol] = numeral(symbol, *value);
+  }
+  std::string text = indexed_operator(symbol);
+  return symbol_names[symbol] = std::move(text);
+}
+
+std::string SmtLibTermPrinter::numeral(const Symbol* symbol, const QNumber& value) const {
+  std::size_t width = 0;
+  if (!TermManager::is_bv_type(symbol->type, &width)) {
+    return to_smtlib(value);
+  }
+  if (v1_format) {
+    return "bv" + to_smtlib(value) + "[" + std::to_string(width) + "]";
+  }
+  return "(_ bv" + to_smtlib(value) + " " + std::to_string(width) + ")";
+}
+
+std::string SmtLibTermPrinter::indexed_operator(const Symbol* symbol) const {
+  const SymbolTag::tag tag = TermManager::get_tag(symbol).value_or(SymbolTag::none);
+  std::size_t first = 0;
+  std::size_t second = 0;
+  std::string indices;
+  switch (tag) {
+    case SymbolTag::int_modular_congruence: {
+      QNumber modulus;
+      mgr->is_int_modular_congruence(symbol, &modulus);
+      indices = modulus.to_str();
+      break;
+    }
+    case SymbolTag::bv_extract:
+      mgr->is_bv_extract(symbol, &first, &second, nullptr);
+      indices = std::to_string(first) + (v1_format ? ":" : " ") + std::to_string(second);
+      break;
+    case SymbolTag::bv_rotate_left:
+      mgr->is_bv_rotate_left(symbol, &first, nullptr);
+      indices = std::to_string(first);
+      break;
+    case SymbolTag::bv_rotate_right:
+      mgr->is_bv_rotate_right(symbol, &first, nullptr);
+      indices = std::to_string(first);
+      break;
+    case SymbolTag::bv_zero_extend:
+      mgr->is_bv_zero_extend(symbol, &first, nullptr);
+      indices = std::to_string(first);
+      break;
+    case SymbolTag::bv_sign_extend:
+      mgr->is_bv_sign_extend(symbol, &first, nullptr);
+      indices = std::to_string(first);
+      break;
+    default:
+      // The missing blank before "in" is part of the message that users know.
+      throw error("can't print interpreted symbol " + std::string(symbol->name_view()) +
+                  "in SMT-LIB format");
+  }
+  const std::string name(operator_name(tag).name);
+  return v1_format ? name + "[" + indices + "]" : "(_ " + name + " " + indices + ")";
+}
+
+}  // namespace brum
