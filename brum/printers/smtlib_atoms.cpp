@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "brum/printers/smtlib_term_printer.h"
+#include "brum/printers/write_text.h"
 
 // Atoms written out in full.
 
@@ -47,19 +48,19 @@ void SmtLibTermPrinter::print_atom(std::ostream& out, const Term* term) {
     } else {
       const std::string name = to_smtlib(next->symbol);
       const std::string opening = next->symbol->arity == 0 ? name : "(" + name;
-      out.write(opening.data(), static_cast<std::streamsize>(opening.size()));
+      write_text(out, opening);
       if (next->symbol->arity != 0) {
         open.push_back({next, 0});
       }
     }
     while (!open.empty() && open.back().written == open.back().term->symbol->arity) {
-      out.write(")", 1);
+      write_text(out, ")");
       open.pop_back();
     }
     if (open.empty()) {
       return;
     }
-    out.write(" ", 1);
+    write_text(out, " ");
     OpenApplication& around = open.back();
     known_flat = around.term->symbol == mgr->get_not_symbol();
     next = around.term->children[around.written];

@@ -3,20 +3,12 @@
 #include <string>
 
 #include "brum/printers/smtlib_term_printer.h"
+#include "brum/printers/write_text.h"
 #include "brum/utils/scope_exit.h"
 
 // The framing of documents, bindings and applications.
 
 namespace brum {
-
-namespace {
-
-/// One unformatted insertion: flags, width and locale of the stream have no part in it.
-void write(std::ostream& out, std::string_view text) {
-  out.write(text.data(), static_cast<std::streamsize>(text.size()));
-}
-
-}  // namespace
 
 void SmtLibTermPrinter::print_start(std::ostream& out) {
   open_lets = 0;
@@ -24,28 +16,28 @@ void SmtLibTermPrinter::print_start(std::ostream& out) {
     return;
   }
   if (v1_format) {
-    write(out, "(benchmark unnamed\n");
+    write_text(out, "(benchmark unnamed\n");
     if (!status.empty()) {
-      write(out, ":status " + status + "\n");
+      write_text(out, ":status " + status + "\n");
     }
     if (!logic.empty()) {
-      write(out, ":logic " + logic + "\n");
+      write_text(out, ":logic " + logic + "\n");
     }
-    write(out, ":source { printed by Brumlin }\n");
+    write_text(out, ":source { printed by Brumlin }\n");
     return;
   }
   if (!logic.empty()) {
-    write(out, "(set-logic " + logic + ")\n");
+    write_text(out, "(set-logic " + logic + ")\n");
   }
   if (!status.empty()) {
-    write(out, "(set-info :status " + status + ")\n");
+    write_text(out, "(set-info :status " + status + ")\n");
   }
-  write(out, "(set-info :source |printed by Brumlin|)\n");
+  write_text(out, "(set-info :source |printed by Brumlin|)\n");
 }
 
 void SmtLibTermPrinter::print_define_section_start(std::ostream& out) {
   if (!single_term) {
-    write(out, v1_format ? "\n:formula\n" : "(assert\n");
+    write_text(out, v1_format ? "\n:formula\n" : "(assert\n");
   }
 }
 
@@ -76,22 +68,22 @@ void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string&
   if (v1_format) {
     opening = term->sort() == mgr->get_bool_type() ? "(flet (" : "(let (";
   }
-  write(out, opening);
-  write(out, label);
-  write(out, " ");
+  write_text(out, opening);
+  write_text(out, label);
+  write_text(out, " ");
   ++open_lets;
 }
 
 void SmtLibTermPrinter::print_define_end(std::ostream& out, const Term* /*term*/) {
-  write(out, v1_format ? ")" : "))");
-  write(out, use_newlines ? "\n" : " ");
+  write_text(out, v1_format ? ")" : "))");
+  write_text(out, use_newlines ? "\n" : " ");
 }
 
 void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* term,
                                                 const std::vector<std::string>& children) {
   const Symbol* symbol = term->symbol;
   if (symbol->arity == 0) {
-    write(out, to_smtlib(symbol));
+    write_text(out, to_smtlib(symbol));
     return;
   }
   std::string& text = application_;
@@ -112,26 +104,26 @@ void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* t
     }
   }
   text += is_congruence ? "))" : ")";
-  write(out, text);
+  write_text(out, text);
 }
 
 void SmtLibTermPrinter::print_formula_term(std::ostream& out, const std::string& text,
                                            const Term* /*term*/) {
   if (use_newlines && v1_format) {
-    write(out, "\n");
+    write_text(out, "\n");
   }
-  write(out, text);
+  write_text(out, text);
   if (use_newlines) {
-    write(out, "\n");
+    write_text(out, "\n");
   }
 }
 
 void SmtLibTermPrinter::print_end(std::ostream& out) {
   if (open_lets > 0) {
-    write(out, std::string(static_cast<std::size_t>(open_lets), ')'));
+    write_text(out, std::string(static_cast<std::size_t>(open_lets), ')'));
   }
   if (!single_term) {
-    write(out, v1_format ? "\n)\n" : ")\n");
+    write_text(out, v1_format ? "\n)\n" : ")\n");
   }
   open_lets = 0;
 }

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "brum/printers/smtlib_term_printer.h"
+#include "brum/printers/write_text.h"
 
 // How sorts are spelt, and the declarations of sorts and symbols.
 
@@ -162,7 +163,7 @@ void SmtLibTermPrinter::print_type_declaration(std::ostream& out, const DataType
   ++sort_counter;
   const std::string line =
       v1_format ? ":extrasorts (" + name + ")\n" : "(declare-sort " + name + " 0)\n";
-  out.write(line.data(), static_cast<std::streamsize>(line.size()));
+  write_text(out, line);
   const std::size_t known_sorts = type_names.size();
   type_names[type] = std::move(name);
   if (type_names.size() == known_sorts) {
@@ -174,9 +175,7 @@ void SmtLibTermPrinter::print_symbol_declaration(std::ostream& out, const Symbol
   if (single_term || TermManager::is_interpreted(symbol)) {
     return;
   }
-  const auto write = [&out](std::string_view text) {
-    out.write(text.data(), static_cast<std::streamsize>(text.size()));
-  };
+  const auto write = [&out](std::string_view text) { write_text(out, text); };
   const bool is_formula = symbol->get_output_type() == mgr->get_bool_type();
   if (v1_format) {
     write(is_formula ? ":extrapreds ((" : ":extrafuns ((");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "brum/printers/write_text.h"
 #include "brum/utils/scope_exit.h"
 
 namespace brum {
@@ -68,7 +69,7 @@ TermTextWalk::Argument TermTextWalk::write_inline(const Term* term, std::size_t 
     std::string label;
     printer_.get_define_label(term, label);
     printer_.print_define_start(out_, label, term);
-    out_.write(written.data(), static_cast<std::streamsize>(written.size()));
+    write_text(out_, written);
     printer_.print_define_end(out_, term);
     std::string& text = defs_[term];
     text = std::move(label);

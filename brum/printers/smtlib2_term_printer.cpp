@@ -1,0 +1,155 @@
+#include "brum/printers/smtlib2_term_printer.h"
+
+#include "brum/printers/reference_counts.h"
+#include "brum/printers/symbol_collector.h"
+#include "brum/printers/term_text_walk.h"
+#include "brum/printers/write_text.h"
+#include "brum/utils/scope_exit.h"
+
+namespace brum {
+
+SmtLib2TermPrinter::SmtLib2TermPrinter(TermManager* manager, const std::string& logic_name,
+                                       const std::string& benchmark_status, bool define_fun,
+                                       const AnnotationMap* attributes)
+    : SmtLibTermPrinter(false, manager, logic_name, benchmark_status),
+      use_define_fun(define_fun),
+      annotations(attributes) {}
+
+void SmtLib2TermPrinter::print_term_and_children(std::ostream& out, const Term* term,
+                                                 const std::vector<std::string>& children) {
+  if (annotations == nullptr) {
+    SmtLibTermPrinter::print_term_and_children(out, term, children);
+    return;
+  }
+  const auto attributes = annotations->find(term);
+  if (attributes == annotations->end()) {
+    SmtLibTermPrinter::print_term_and_children(out, term, children);
+    return;
+  }
+  write_text(out, "(! ");
+  SmtLibTermPrinter::print_term_and_children(out, term, children);
+  for (const auto& [keyword, value] : attributes->second) {
+    write_text(out, " :");
+    write_text(out, keyword);
+    write_text(out, " ");
+    write_text(out, value);
+  }
+  write_text(out, ")");
+}
+
+void SmtLib2TermPrinter::open_assertion(std::ostream& out) const {
+  write_text(out, assert_attribute.empty() ? "(assert " : "(assert (! ");
+}
+
+// With `let` the assertion holds the bindings, so it is opened before them ...
+void SmtLib2TermPrinter::print_define_section_start(std::ostream& out) {
+  if (!use_define_fun && !is_plain_single_term()) {
+    open_assertion(out);
+  }
+}
+
+// ... with `define-fun` after the definitions.
+void SmtLib2TermPrinter::print_formula_term(std::ostream& out, const std::string& text,
+                                            const Term* /*term*/) {
+  if (is_define_fun_mode()) {
+    open_assertion(out);
+  }
+  write_text(out, text);
+}
+
+void SmtLib2TermPrinter::print_define_start(std::ostream& out, const std::string& label,
+                                            const Term* term) {
+  if (!is_define_fun_mode()) {
+    SmtLibTermPrinter::print_define_start(out, label, term);
+    return;
+  }
+  write_text(out, "(define-fun ");
+  write_text(out, label);
+  write_text(out, " () ");
+  write_text(out, to_smtlib(term->sort()));
+  write_text(out, " ");
+}
+
+void SmtLib2TermPrinter::print_define_end(std::ostream& out, const Term* term) {
+  if (is_define_fun_mode()) {
+    write_text(out, ")\n");
+  } else {
+    SmtLibTermPrinter::print_define_end(out, term);
+  }
+}
+
+void SmtLib2TermPrinter::print_end(std::ostream& out) {
+  if (open_lets > 0) {
+    write_text(out, std::string(static_cast<std::size_t>(open_lets), ')'));
+  }
+  if (!is_plain_single_term()) {
+    if (!assert_attribute.empty()) {
+      write_text(out, " ");
+      write_text(out, assert_attribute);
+      write_text(out, ")");
+    }
+    write_text(out, ")");
+  }
+  write_text(out, "\n");
+  open_lets = 0;
+}
+
+void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const Term*>& terms) {
+  hsh::HashSet<const Symbol*> symbols;
+  hsh::HashSet<const DataType*> sorts;
+  SymbolCollector collector(symbols, sorts);
+  ReferenceCounts counts;
+  for (const Term* term : terms) {
+    collector.add_term(term);
+    counts.add_reference(term);
+  }
+  print_start(out);
+  for (const DataType* sort : sorts) {
+    print_type_declaration(out, sort);
+  }
+  for (const Symbol* symbol : symbols) {
+    print_symbol_declaration(out, symbol);
+  }
+  print_define_section_start(out);
+  DefinitionMap definitions;
+  const DefinitionRule rule = DefinitionRule::for_script(counts);
+  TermTextWalk walk(*this, out, definitions, rule, InlineTexts::release);
+  std::string label;
+  for (const Term* term : terms) {
+    const std::string& text = walk.run(term);
+    label.clear();
+    get_define_label(term, label);
+    if (label != text) {
+      print_define_start(out, label, term);
+      write_text(out, text);
+      print_define_end(out, term);
+    }
+  }
+  print_formula_term(out, "true", mgr->make_true());
+  print_define_section_end(out);
+  print_end(out);
+}
+
+void SmtLib2TermPrinter::apitracer_print_term(std::ostream& out, const Term* term,
+                                              const std::string& name) {
+  const ScopeExit restore([this] {
+    assert_attribute.clear();
+    in_api_trace = false;
+    single_term = false;
+  });
+  single_term = true;
+  in_api_trace = true;
+  assert_attribute = name;
+  if (!use_define_fun) {
+    trace_definitions.clear(false);
+  }
+  print_define_section_start(out);
+  // Nested drivers are not used here: only the definitions and the assertion are written.
+  const std::string text =
+      use_define_fun ? do_print_term(out, term, trace_definitions, DefinitionRule::for_trace())
+                     : do_print_term(out, term, trace_definitions);
+  print_formula_term(out, text, term);
+  print_end(out);
+}
+
+}  // namespace brum
