@@ -1,0 +1,12 @@
+; Swapping two cells of a memory twice gives the memory back.
+(set-logic QF_ABV)
+(set-info :status unsat)
+(declare-const memory (Array (_ BitVec 16) (_ BitVec 8)))
+(declare-const i (_ BitVec 16))
+(declare-const j (_ BitVec 16))
+(define-fun once () (Array (_ BitVec 16) (_ BitVec 8))
+  (store (store memory i (select memory j)) j (select memory i)))
+(define-fun twice () (Array (_ BitVec 16) (_ BitVec 8))
+  (store (store once i (select once j)) j (select once i)))
+(assert (not (= twice memory)))
+(check-sat)

@@ -1,0 +1,11 @@
+; A permutation of which the third and the fifth power are the identity is the identity.
+(set-logic QF_UF)
+(set-info :status unsat)
+(declare-sort Card 0)
+(declare-fun shuffle (Card) Card)
+(declare-const top Card)
+(define-fun thrice ((card Card)) Card (shuffle (shuffle (shuffle card))))
+(assert (= (thrice top) top))
+(assert (= (shuffle (shuffle (thrice top))) top))
+(assert (or (distinct (shuffle top) top) (distinct (thrice (shuffle top)) (shuffle top))))
+(check-sat)
