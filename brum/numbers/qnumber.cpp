@@ -15,7 +15,7 @@ namespace {
 constexpr std::int64_t largest_cached = 1023;
 
 /** Initialises the scratch integer on the first call. */
-void prepare_gmp_tmp() {
+void prepare_gmp_tmp() noexcept {
   static const bool prepared = [] {
     mpz_init(QNumber::gmp_tmp);
     return true;
@@ -102,6 +102,9 @@ QNumber::QNumber(const mpz_class& num, const mpz_class& den) : small_num(0), sma
 }
 
 QNumber& QNumber::operator=(const QNumber& other) {
+  if (this == &other) {
+    return *this;
+  }
   if (!other.is_big()) {
     if (!is_big()) {
       small_num = other.small_num;
@@ -170,15 +173,15 @@ std::uint64_t QNumber::hash() const noexcept {
   return hsh::mix(num + num_factor, den_factor) + den * den_factor;
 }
 
-void QNumber::normalize() {
+void QNumber::normalize() noexcept {
   if (is_big()) {
-    normalize_big();
+    normalize_block(*block);
   } else {
     normalize_small();
   }
 }
 
-void QNumber::normalize_small() {
+void QNumber::normalize_small() noexcept {
   if (small_num == 0) {
     small_den = 1;
     return;
@@ -192,20 +195,20 @@ void QNumber::normalize_small() {
   }
 }
 
-void QNumber::normalize_big() {
-  if (mpz_sgn(block->num) == 0) {
-    mpz_set_ui(block->den, 1);
+void QNumber::normalize_block(BigBlock& big) noexcept {
+  if (mpz_sgn(big.num) == 0) {
+    mpz_set_ui(big.den, 1);
     return;
   }
-  if (mpz_cmpabs_ui(block->den, 1) != 0) {
+  if (mpz_cmpabs_ui(big.den, 1) != 0) {
     prepare_gmp_tmp();
-    mpz_gcd(gmp_tmp, block->num, block->den);
-    mpz_divexact(block->num, block->num, gmp_tmp);
-    mpz_divexact(block->den, block->den, gmp_tmp);
+    mpz_gcd(gmp_tmp, big.num, big.den);
+    mpz_divexact(big.num, big.num, gmp_tmp);
+    mpz_divexact(big.den, big.den, gmp_tmp);
   }
-  if (mpz_sgn(block->den) < 0) {
-    mpz_neg(block->num, block->num);
-    mpz_neg(block->den, block->den);
+  if (mpz_sgn(big.den) < 0) {
+    mpz_neg(big.num, big.num);
+    mpz_neg(big.den, big.den);
   }
 }
 
@@ -245,10 +248,10 @@ void QNumber::make_big(std::int64_t num, std::int64_t den) {
   small_den = 0;
 }
 
-void QNumber::free_block() noexcept {
-  mpz_clear(block->num);
-  mpz_clear(block->den);
-  delete block;
+void QNumber::free_block(BigBlock* unwanted) noexcept {
+  mpz_clear(unwanted->num);
+  mpz_clear(unwanted->den);
+  delete unwanted;
 }
 
 }  // namespace brum

@@ -77,7 +77,7 @@ class QNumber {
 
   ~QNumber() {
     if (is_big()) {
-      free_block();
+      free_block(block);
     }
   }
 
@@ -118,7 +118,7 @@ class QNumber {
   std::uint64_t hash() const noexcept;
 
   /** Establishes the invariants of the class without changing the form. */
-  void normalize();
+  void normalize() noexcept;
 
   friend bool operator==(const QNumber& a, const QNumber& b) noexcept;
   friend std::strong_ordering operator<=>(const QNumber& a, const QNumber& b);
@@ -146,14 +146,14 @@ class QNumber {
   class Operand;
 
   static BigBlock* copy_of(const BigBlock& source);
+  static void free_block(BigBlock* unwanted) noexcept;
   static QNumber from_fraction(mpz_class&& num, mpz_class&& den);
   static QNumber sum(const QNumber& a, const QNumber& b, bool subtract);
 
   void set_small(std::int64_t num, std::int64_t den);
   void make_big(std::int64_t num, std::int64_t den);
-  void free_block() noexcept;
-  void normalize_small();
-  void normalize_big();
+  void normalize_small() noexcept;
+  static void normalize_block(BigBlock& big) noexcept;
 
   union {
     std::int64_t small_num;

@@ -56,7 +56,6 @@ template <typename Key>
 struct hash {
   static_assert(std::is_pointer_v<Key> || std::is_integral_v<Key> || std::is_enum_v<Key>,
                 "no hash for this key");
-  static_assert(sizeof(Key) <= sizeof(std::uint64_t), "the key is wider than its hash");
   static_assert(!std::is_same_v<Key, Term*>,
                 "terms are kept as const Term*, which hash by their id");
 
@@ -66,6 +65,7 @@ struct hash {
     } else if constexpr (std::is_same_v<Key, bool>) {
       return key ? 1 : 0;
     } else {
+      static_assert(sizeof(Key) <= sizeof(std::uint64_t), "the key is wider than its hash");
       return static_cast<std::make_unsigned_t<Key>>(key);
     }
   }
