@@ -8,10 +8,10 @@ brum_build_packages=(g++ cmake ninja-build libgmp-dev libcli11-dev)
 brum_test_packages=(libgtest-dev libgmock-dev librapidcheck-dev)
 
 # brum_need PACKAGE...
-# Installs those of the packages that are missing, and says which; all output goes to standard error.
+# Installs those of the packages that are missing, and says which on standard error.
 # Says nothing when none is missing. Without root it prints the line to run and ends the script with 1.
 brum_need() {
-  local package missing=()
+  local package log missing=()
   if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
     return 0 # not Debian: the build says what it does not find
   fi
@@ -31,9 +31,13 @@ brum_need() {
     exit 1
   fi
   echo "$(basename "$0"): installing ${missing[*]}" >&2
-  if ! { DEBIAN_FRONTEND=noninteractive apt-get update -qq &&
-    DEBIAN_FRONTEND=noninteractive apt-get install -qq -y --no-install-recommends "${missing[@]}"; } \
-    </dev/null >&2; then
+  if ! log=$(
+    export DEBIAN_FRONTEND=noninteractive
+    exec </dev/null
+    apt-get update -qq 2>&1 &&
+      apt-get install -qq -y --no-install-recommends -o Dpkg::Use-Pty=0 "${missing[@]}" 2>&1
+  ); then
+    printf '%s\n' "$log" >&2
     echo "$(basename "$0"): the packages could not be installed" >&2
     exit 1
   fi
