@@ -71,10 +71,9 @@ std::uint64_t hash_integer(mpz_srcptr value) noexcept {
   if (mpz_fits_slong_p(value) != 0) {
     return static_cast<std::uint64_t>(mpz_get_si(value));
   }
-  constexpr std::uint64_t factor = 0x9e3779b97f4a7c15U;
-  std::uint64_t result = mpz_sgn(value) < 0 ? factor : 0;
+  std::uint64_t result = mpz_sgn(value) < 0 ? hsh::second_mixer : 0;
   for (mp_size_t i = 0; i < static_cast<mp_size_t>(mpz_size(value)); ++i) {
-    result = hsh::mix(result ^ mpz_getlimbn(value, i), factor) + factor;
+    result = hsh::mix(result ^ mpz_getlimbn(value, i), hsh::first_mixer) + hsh::second_mixer;
   }
   return result;
 }
@@ -164,13 +163,11 @@ std::optional<std::uint64_t> QNumber::to_uint64() const {
 }
 
 std::uint64_t QNumber::hash() const noexcept {
-  constexpr std::uint64_t num_factor = 0x9e3779b97f4a7c15U;
-  constexpr std::uint64_t den_factor = 0xc2b2ae3d27d4eb4fU;
   const std::uint64_t num =
       is_big() ? hash_integer(block->num) : static_cast<std::uint64_t>(small_num);
   const std::uint64_t den =
       is_big() ? hash_integer(block->den) : static_cast<std::uint64_t>(small_den);
-  return hsh::mix(num + num_factor, den_factor) + den * den_factor;
+  return hsh::mix(num + hsh::second_mixer, hsh::first_mixer) + den * hsh::second_mixer;
 }
 
 void QNumber::normalize() noexcept {
