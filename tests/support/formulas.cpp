@@ -73,14 +73,18 @@ const Term* make_random_dag(TermManager& mgr, std::size_t size, unsigned seed) {
     const std::size_t reach = std::min<std::size_t>(made.size(), 40);
     const Term* near = made[made.size() - 1 - random() % reach];
     const Term* any = made[random() % made.size()];
+    const auto is_root = [](const Term* term) {
+      return term->symbol->arity != 0 && TermManager::num_uses(term) == 0;
+    };
+    const std::size_t used_roots =
+        (is_root(near) ? 1U : 0U) + (is_root(any) && any != near ? 1U : 0U);
     const std::size_t before = mgr.num_terms();
     const Term* term = random() % 2 == 0 ? mgr.make_plus(near, any) : mgr.make_plus(any, near);
     if (mgr.num_terms() == before) {
       continue;
     }
-    const bool near_was_root = near->symbol->arity != 0 && mgr.num_uses(near) == 1;
-    const bool any_was_root = any->symbol->arity != 0 && any != near && mgr.num_uses(any) == 1;
-    roots += 1U - (near_was_root ? 1U : 0U) - (any_was_root ? 1U : 0U);
+    roots += 1;
+    roots -= used_roots;
     made.push_back(term);
     ++compounds;
   }

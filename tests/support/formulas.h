@@ -41,7 +41,7 @@ const Term* make_ladder(TermManager& mgr, std::size_t size);
 const Term* make_balanced_tree(TermManager& mgr, std::size_t size);
 
 /// A formula of additions over three Int constants, each of two arguments picked among those made
-/// before, by a generator that gives the same picks on every machine.
+/// before, by a generator that gives the same picks on every machine. For a manager without terms.
 const Term* make_random_dag(TermManager& mgr, std::size_t size, unsigned seed);
 
 }  // namespace brum::testing

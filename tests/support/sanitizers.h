@@ -18,7 +18,8 @@ inline constexpr bool under_sanitizer = false;
 inline constexpr bool under_sanitizer = false;
 #endif
 
-/// The number of terms of a large formula: `usual`, a tenth of it where a sanitizer slows each step.
+/// The number of terms of a large formula: `usual`, a tenth of it where a sanitizer slows each
+/// step.
 constexpr std::size_t large_size(std::size_t usual) {
   return under_sanitizer ? usual / 10 : usual;
 }

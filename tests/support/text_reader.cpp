@@ -151,9 +151,9 @@ class Reader {
     if (arguments.size() == 2) {
       using Builder = const Term* (TermManager::*)(const Term*, const Term*);
       static const std::map<std::string, Builder> builders = {
-          {"and", &TermManager::make_and},   {"or", &TermManager::make_or},
-          {"iff", &TermManager::make_iff},   {"=", &TermManager::make_iff},
-          {"+", &TermManager::make_plus},    {"*", &TermManager::make_times},
+          {"and", &TermManager::make_and}, {"or", &TermManager::make_or},
+          {"iff", &TermManager::make_iff}, {"=", &TermManager::make_iff},
+          {"+", &TermManager::make_plus},  {"*", &TermManager::make_times},
           {"<=", &TermManager::make_leq},
       };
       if (const auto found = builders.find(name); found != builders.end()) {

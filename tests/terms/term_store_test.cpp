@@ -1,0 +1,286 @@
+#include "brum/terms/term_store.h"
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "brum/terms/term_manager.h"
+#include "brum/terms/term_walk.h"
+#include "tests/support/failing_memory.h"
+#include "tests/support/formulas.h"
+#include "tests/support/sanitizers.h"
+#include "tests/support/small_stack.h"
+
+namespace brum {
+namespace {
+
+using testing::make_bool;
+using testing::make_int;
+using testing::MemoryFault;
+
+// A term holds its number, its symbol and its arguments, in this order and nothing between.
+static_assert(sizeof(Term) == 16);
+
+TEST(Term, ArgumentsFollowTheSymbol) {
+  TermManager mgr;
+  const Term* x = make_int(mgr, "x");
+  const Term* y = make_int(mgr, "y");
+  const Term* sum = mgr.make_plus(x, y);
+  const auto* words = reinterpret_cast<const std::byte*>(sum);
+  EXPECT_EQ(reinterpret_cast<const std::byte*>(&sum->id), words);
+  EXPECT_EQ(reinterpret_cast<const std::byte*>(&sum->symbol), words + 8);
+  EXPECT_EQ(reinterpret_cast<const std::byte*>(&sum->children[0]), words + 16);
+  EXPECT_EQ(reinterpret_cast<const std::byte*>(&sum->children[1]), words + 24);
+}
+
+TEST(Term, HashIsTheId) {
+  TermManager mgr;
+  const Term* p = make_bool(mgr, "p");
+  const Term* not_p = mgr.make_not(p);
+  EXPECT_EQ(hsh::hash<const Term*>()(p), 1U);
+  EXPECT_EQ(hsh::hash<const Term*>()(not_p), 2U);
+}
+
+TEST(TermStore, IdsAreDenseFromOneInTheOrderOfMaking) {
+  TermManager mgr;
+  EXPECT_EQ(mgr.num_terms(), 0U);
+  std::vector<const Term*> terms;
+  terms.push_back(make_int(mgr, "x"));
+  terms.push_back(mgr.make_number(3));
+  terms.push_back(mgr.make_plus(terms[0], terms[1]));
+  mgr.make_plus(terms[0], terms[1]);  // not made again
+  terms.push_back(mgr.make_leq(terms[2], terms[0]));
+  terms.push_back(mgr.make_true());
+  EXPECT_EQ(mgr.num_terms(), 5U);
+  for (std::size_t i = 0; i < terms.size(); ++i) {
+    EXPECT_EQ(terms[i]->id, i + 1);
+  }
+  for (std::size_t i = 6; i <= 1000; ++i) {
+    EXPECT_EQ(mgr.make_number(static_cast<std::int64_t>(i))->id, i);
+  }
+  EXPECT_EQ(mgr.num_terms(), 1000U);
+  EXPECT_EQ(mgr.make_leq(terms[2], terms[0])->id, 4U);
+}
+
+TEST(TermStore, UsesAreArgumentPositionsOfAllTerms) {
+  TermManager mgr;
+  const Term* p = make_bool(mgr, "p");
+  const Term* q = make_bool(mgr, "q");
+  EXPECT_EQ(mgr.num_uses(p), 0U);
+  const Term* pp = mgr.make_and(p, p);
+  EXPECT_EQ(mgr.num_uses(p), 2U);
+  mgr.make_and(p, p);  // no new term, no new use
+  EXPECT_EQ(mgr.num_uses(p), 2U);
+  const Term* pq = mgr.make_or(p, q);
+  EXPECT_EQ(mgr.num_uses(p), 3U);
+  EXPECT_EQ(mgr.num_uses(q), 1U);
+  EXPECT_EQ(mgr.num_uses(pq), 0U);
+  mgr.make_and(pp, mgr.make_not(pq));
+  EXPECT_EQ(mgr.num_uses(pp), 1U);
+  EXPECT_EQ(mgr.num_uses(pq), 1U);
+  EXPECT_EQ(mgr.num_uses(p), 3U);
+  const Symbol* f = mgr.declare(
+      "f", mgr.make_function_type({p->sort(), p->sort(), p->sort()}, mgr.get_int_type()));
+  mgr.make_term(f, {q, p, q});
+  EXPECT_EQ(mgr.num_uses(q), 3U);
+  EXPECT_EQ(mgr.num_uses(p), 4U);
+}
+
+TEST(TermStore, RefusedTermsUseNothing) {
+  TermManager mgr;
+  const Term* p = make_bool(mgr, "p");
+  const Term* x = make_int(mgr, "x");
+  EXPECT_THROW(mgr.make_and(p, x), TermManager::error);
+  EXPECT_THROW(mgr.make_ite(p, p, x), TermManager::error);
+  EXPECT_EQ(mgr.num_uses(p), 0U);
+  EXPECT_EQ(mgr.num_uses(x), 0U);
+}
+
+TEST(TermStore, LargeStoresFindEveryTermAgain) {
+  TermManager mgr;
+  const std::size_t size = testing::large_size(200'000);
+  const Term* root = testing::make_random_dag(mgr, size, 1);
+  const std::size_t made = mgr.num_terms();
+  EXPECT_EQ(made, size + 3);
+  EXPECT_EQ(root->id, made);
+  std::vector<bool> seen(made + 1);
+  TermWalk().run(
+      root, [&](const Term* term) { return !seen[term->id]; },
+      [&](const Term* term) {
+        seen[term->id] = true;
+        const std::vector<const Term*> arguments(term->arguments().begin(),
+                                                 term->arguments().end());
+        ASSERT_EQ(mgr.make_term(term->symbol, arguments), term);
+      });
+  EXPECT_EQ(mgr.num_terms(), made);
+}
+
+TEST(TermStore, WideTermsAreKeptWhole) {
+  TermManager mgr;
+  const Term* p = make_bool(mgr, "p");
+  const Term* q = make_bool(mgr, "q");
+  const std::size_t arity = 500'000;  // more than the largest usual chunk holds
+  const std::vector<const DataType*> sorts(arity, mgr.get_bool_type());
+  const Symbol* f = mgr.declare("f", mgr.make_function_type(sorts, mgr.get_bool_type()));
+  std::vector<const Term*> arguments(arity, p);
+  arguments.back() = q;
+  const Term* wide = mgr.make_term(f, arguments);
+  EXPECT_EQ(wide->children[0], p);
+  EXPECT_EQ(wide->children[arity - 1], q);
+  EXPECT_EQ(mgr.make_term(f, arguments), wide);
+  EXPECT_EQ(mgr.num_uses(p), arity - 1);
+  EXPECT_EQ(mgr.make_not(wide)->id, 4U);
+}
+
+TEST(TermStore, DeepFormulasAreMadeAndDestroyedOnASmallStack) {
+  const std::size_t size = testing::large_size(1'000'000);
+  testing::run_on_small_stack([size] {
+    auto mgr = std::make_unique<TermManager>();
+    const Term* formula = testing::make_negations(*mgr, make_bool(*mgr, "p"), size);
+    EXPECT_EQ(formula->id, size + 1);
+    testing::make_left_chain(*mgr, size / 10);
+    testing::make_ladder(*mgr, size / 10);
+    mgr.reset();
+  });
+}
+
+TEST(TermStore, ABinaryTermTakesLessThanAHundredBytes) {
+  if (testing::under_sanitizer) {
+    GTEST_SKIP() << "a sanitizer's allocator does not count what the C library's does";
+  }
+  // At the second size the table, at most three quarters full, has just doubled.
+  for (const std::size_t size : {std::size_t{1'000'000}, std::size_t{786'500}}) {
+    auto mgr = std::make_unique<TermManager>();
+    const Term* x = make_int(*mgr, "x");
+    const auto allocated = [] {
+      const struct mallinfo2 info = mallinfo2();
+      return info.uordblks + info.hblkhd;
+    };
+    const std::size_t before = allocated();
+    const Term* term = x;
+    for (std::size_t i = 0; i < size; ++i) {
+      term = mgr->make_plus(term, x);
+    }
+    const std::size_t bytes = allocated() - before;
+    EXPECT_LT(bytes, size * 100);
+    EXPECT_GT(bytes, size * 32);  // else nothing was measured
+    RecordProperty("bytes_per_term", std::to_string(bytes / size));
+  }
+}
+
+TEST(TermStore, TermsOutliveGrowthInPlace) {
+  TermManager mgr;
+  const Term* x = make_int(mgr, "x");
+  std::vector<const Term*> terms{x};
+  for (int i = 0; i < 100'000; ++i) {
+    terms.push_back(mgr.make_plus(terms.back(), x));
+  }
+  for (std::size_t i = 1; i < terms.size(); ++i) {
+    ASSERT_EQ(mgr.make_plus(terms[i - 1], x), terms[i]);
+  }
+}
+
+// Every allocation of `build` fails once; what is made afterwards must be as if it never had.
+void expect_unharmed_by_memory_faults(const std::function<const Term*(TermManager&)>& build) {
+  for (std::size_t failing = 1;; ++failing) {
+    TermManager mgr;
+    const Term* p = make_bool(mgr, "p");
+    const Term* q = make_bool(mgr, "q");
+    const Term* x = make_int(mgr, "x");
+    const std::size_t terms_before = mgr.num_terms();
+    bool threw = false;
+    bool hit = false;
+    {
+      const MemoryFault fault(failing);
+      try {
+        build(mgr);
+      } catch (const std::bad_alloc&) {
+        threw = true;
+      }
+      hit = fault.hit();
+    }
+    EXPECT_EQ(threw, hit);
+    if (threw) {
+      EXPECT_EQ(mgr.num_terms(), terms_before) << "failing allocation " << failing;
+      EXPECT_EQ(mgr.num_uses(p), 0U);
+      EXPECT_EQ(mgr.num_uses(q), 0U);
+      EXPECT_EQ(mgr.num_uses(x), 0U);
+    }
+    const Term* term = build(mgr);
+    EXPECT_EQ(build(mgr), term);
+    EXPECT_EQ(term->id, mgr.num_terms());
+    if (!hit) {
+      EXPECT_GT(failing, 1U) << "nothing was allocated";
+      return;
+    }
+  }
+}
+
+TEST(TermStore, ABuilderWithoutMemoryLeavesTheTermsOfBefore) {
+  const std::function<const Term*(TermManager&)> builders[] = {
+      [](TermManager& mgr) { return mgr.make_number(QNumber(1, 3)); },
+      [](TermManager& mgr) { return mgr.make_bv_number(3, 8); },
+      [](TermManager& mgr) {
+        const Term* x = make_int(mgr, "x");
+        return mgr.make_int_modular_congruence(3, x, x);
+      },
+      [](TermManager& mgr) {
+        const Term* x = make_int(mgr, "x");
+        return mgr.make_equal(x, x);
+      },
+      [](TermManager& mgr) {
+        const Term* x = make_int(mgr, "x");
+        return mgr.make_ite(make_bool(mgr, "p"), x, x);
+      },
+  };
+  for (const auto& build : builders) {
+    expect_unharmed_by_memory_faults(build);
+  }
+}
+
+TEST(TermStore, ABooleanIfThenElseIsMadeWholeOrNotAtAll) {
+  // At 45 to 48 terms one of its four terms makes the unique table grow.
+  for (std::size_t filler = 40; filler < 52; ++filler) {
+    for (std::size_t failing = 1;; ++failing) {
+      TermManager mgr;
+      const Term* c = make_bool(mgr, "c");
+      const Term* a = make_bool(mgr, "a");
+      const Term* b = make_bool(mgr, "b");
+      while (mgr.num_terms() < filler) {
+        mgr.make_number(static_cast<std::int64_t>(mgr.num_terms()));
+      }
+      bool threw = false;
+      bool hit = false;
+      {
+        const MemoryFault fault(failing);
+        try {
+          mgr.make_ite(c, a, b);
+        } catch (const std::bad_alloc&) {
+          threw = true;
+        }
+        hit = fault.hit();
+      }
+      ASSERT_EQ(threw, hit);
+      if (!hit) {
+        break;
+      }
+      EXPECT_EQ(mgr.num_terms(), filler);
+      EXPECT_EQ(mgr.num_uses(c), 0U);
+      EXPECT_EQ(mgr.num_uses(a), 0U);
+      EXPECT_EQ(mgr.num_uses(b), 0U);
+      const Term* term = mgr.make_ite(c, a, b);
+      EXPECT_EQ(term->id, filler + 4);
+      EXPECT_EQ(term->children[0]->children[0], mgr.make_not(c));
+      EXPECT_EQ(mgr.num_uses(c), 2U);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace brum
