@@ -20,6 +20,13 @@ void require_component_sort(std::string_view builder, const DataType* sort) {
   }
 }
 
+void require_no_bool(std::string_view builder, const DataType* sort) {
+  require_component_sort(builder, sort);
+  if (sort->kind() == Kind::boolean) {
+    throw TermManager::error(std::string(builder) + ": there is no such symbol over Bool");
+  }
+}
+
 void require_name(std::string_view builder, const std::string& name) {
   if (name.find('\0') != std::string::npos) {
     throw TermManager::error(std::string(builder) + ": the name holds a NUL byte");
@@ -137,6 +144,18 @@ const Symbol* TermManager::declare_in(Signature& signature, const std::string& n
   return symbol;
 }
 
+const Symbol* TermManager::get_equality_symbol(const DataType* sort) {
+  require_no_bool("=", sort);
+  const OperatorKey key{.tag = SymbolTag::equality, .first_sort = sort};
+  return operators_.get(key, get_bool_type(), {sort, sort});
+}
+
+const Symbol* TermManager::get_ite_symbol(const DataType* sort) {
+  require_no_bool("ite", sort);
+  const OperatorKey key{.tag = SymbolTag::if_then_else, .first_sort = sort};
+  return operators_.get(key, sort, {get_bool_type(), sort, sort});
+}
+
 // Terms of every theory.
 
 const Term* TermManager::make_term(const Symbol* symbol, const std::vector<const Term*>& children) {
@@ -193,8 +212,7 @@ const Term* TermManager::make_equal(const Term* a, const Term* b) {
   if (sort == get_bool_type()) {
     return make_iff(a, b);
   }
-  const OperatorKey key{.tag = SymbolTag::equality, .first_sort = sort};
-  return apply(operators_.get(key, get_bool_type(), {sort, sort}), {a, b});
+  return apply(get_equality_symbol(sort), {a, b});
 }
 
 const Term* TermManager::make_ite(const Term* c, const Term* a, const Term* b) {
@@ -211,8 +229,7 @@ const Term* TermManager::make_ite(const Term* c, const Term* a, const Term* b) {
     transaction.keep();
     return both;
   }
-  const OperatorKey key{.tag = SymbolTag::if_then_else, .first_sort = sort};
-  return apply(operators_.get(key, sort, {get_bool_type(), sort, sort}), {c, a, b});
+  return apply(get_ite_symbol(sort), {c, a, b});
 }
 
 const Term* TermManager::make_select(const Term* array, const Term* index) {

@@ -101,6 +101,11 @@ class TermManager {
   const Symbol* get_real_leq_symbol() const { return real_leq_; }
   const Symbol* get_floor_symbol() const { return floor_; }
 
+  /// Give the equality or if-then-else symbol over any sort of terms but Bool, for which there is
+  /// none. Throw error for Bool and for function types.
+  const Symbol* get_equality_symbol(const DataType* sort);
+  const Symbol* get_ite_symbol(const DataType* sort);
+
   // Terms.
 
   /// Applies `symbol` to as many terms as its arity says.
