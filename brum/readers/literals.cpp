@@ -1,0 +1,34 @@
+#include "brum/readers/literals.h"
+
+#include <string>
+
+namespace brum {
+
+Value Literals::get(const Token& token) {
+  if (const auto known = values_.find(token.raw); known != values_.end())
+    return known->second;
+  const Value value = make(token);
+  values_[texts_.copy(token.raw)] = value;
+  return value;
+}
+
+Number Literals::number(const Token& token) const {
+  const bool is_real = token.kind == TokenKind::decimal || builder_.numerals_are_real();
+  return {QNumber::from_string(token.text), is_real};
+}
+
+Value Literals::get(const Number& number) {
+  return number.is_real ? builder_.decimal(number.value) : builder_.numeral(number.value);
+}
+
+Value Literals::make(const Token& token) {
+  if (token.kind == TokenKind::numeral || token.kind == TokenKind::decimal) {
+    return get(number(token));
+  }
+  const bool hexadecimal = token.kind == TokenKind::hexadecimal;
+  const mpz_class number(std::string(token.text), hexadecimal ? 16 : 2);
+  const std::size_t width = token.text.size() * (hexadecimal ? 4 : 1);
+  return {builder_.manager().make_bv_number(QNumber(number, 1), width), false};
+}
+
+}  // namespace brum

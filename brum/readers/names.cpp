@@ -1,0 +1,93 @@
+#include "brum/readers/names.h"
+
+#include <array>
+#include <limits>
+#include <new>
+#include <utility>
+
+namespace brum {
+
+namespace {
+
+constexpr std::array<std::pair<std::string_view, ReservedWord>, 7> words_with_a_part{{
+    {"_", ReservedWord::underscore},
+    {"!", ReservedWord::exclamation},
+    {"as", ReservedWord::as_word},
+    {"let", ReservedWord::let},
+    {"forall", ReservedWord::forall},
+    {"exists", ReservedWord::exists},
+    {"match", ReservedWord::match},
+}};
+
+constexpr std::array<std::string_view, 38> other_words{
+    "par",
+    "BINARY",
+    "DECIMAL",
+    "HEXADECIMAL",
+    "NUMERAL",
+    "STRING",
+    "assert",
+    "check-sat",
+    "check-sat-assuming",
+    "declare-const",
+    "declare-datatype",
+    "declare-datatypes",
+    "declare-fun",
+    "declare-sort",
+    "declare-sort-parameter",
+    "define-const",
+    "define-fun",
+    "define-fun-rec",
+    "define-funs-rec",
+    "define-sort",
+    "echo",
+    "exit",
+    "get-assertions",
+    "get-assignment",
+    "get-info",
+    "get-model",
+    "get-option",
+    "get-proof",
+    "get-unsat-assumptions",
+    "get-unsat-core",
+    "get-value",
+    "pop",
+    "push",
+    "reset",
+    "reset-assertions",
+    "set-info",
+    "set-logic",
+    "set-option",
+};
+
+}  // namespace
+
+NameTable::NameTable() {
+  for (const auto& [text, word] : words_with_a_part)
+    get(text).reserved = word;
+  for (const std::string_view text : other_words)
+    get(text).reserved = ReservedWord::other;
+  for (const Operator& op : smtlib2_operators())
+    get(op.name).theory_operator = &op;
+}
+
+Name& NameTable::get(std::string_view text) {
+  if (const auto found = names_.find(text); found != names_.end())
+    return *found->second;
+  const std::string_view kept = arena_.copy(text);
+  Name* name = new (arena_.allocate(sizeof(Name))) Name;
+  name->text = kept;
+  names_[kept] = name;
+  return *name;
+}
+
+std::uint32_t NameTable::new_mark() {
+  if (last_mark_ == std::numeric_limits<std::uint32_t>::max()) {
+    for (auto& entry : names_)
+      entry.second->mark = 0;
+    last_mark_ = 0;
+  }
+  return ++last_mark_;
+}
+
+}  // namespace brum

@@ -1,0 +1,214 @@
+#include "brum/readers/smtlib2_operators.h"
+
+#include <string>
+
+#include "brum/readers/term_builder.h"
+
+namespace brum {
+
+namespace {
+
+std::vector<Operator> all_operators() {
+  std::vector<Operator> all;
+  for (const auto part : {core_operators(), arithmetic_operators(), bit_vector_operators()}) {
+    all.insert(all.end(), part.begin(), part.end());
+  }
+  return all;
+}
+
+std::string count_of_arguments(std::size_t count) {
+  return std::to_string(count) + (count == 1 ? " argument" : " arguments");
+}
+
+std::string expected_count(const Operator& op) {
+  switch (op.shape) {
+    case Shape::constant:
+      return "none";
+    case Shape::unary:
+      return "1";
+    case Shape::binary:
+      return "2";
+    case Shape::associative:
+      return "at least 1";
+    case Shape::left:
+    case Shape::right:
+    case Shape::chain:
+      return "at least 2";
+    case Shape::whole:
+      break;
+  }
+  const std::string least = std::to_string(op.min_arguments);
+  if (op.max_arguments == op.min_arguments)
+    return least;
+  if (op.max_arguments == 0)
+    return "at least " + least;
+  return least + " to " + std::to_string(op.max_arguments);
+}
+
+bool fits_count(const Operator& op, std::size_t count) {
+  switch (op.shape) {
+    case Shape::constant:
+      return count == 0;
+    case Shape::unary:
+      return count == 1;
+    case Shape::binary:
+      return count == 2;
+    case Shape::associative:
+      return count >= 1;
+    case Shape::left:
+    case Shape::right:
+    case Shape::chain:
+      return count >= 2;
+    case Shape::whole:
+      break;
+  }
+  return count >= op.min_arguments && (op.max_arguments == 0 || count <= op.max_arguments);
+}
+
+[[noreturn]] void error_sort(const TermBuilder& builder, const Operator& op, Value argument,
+                             std::size_t index, const std::string& expected) {
+  throw TermManager::error("found " + builder.sort_of(argument)->to_str() + " as argument " +
+                           std::to_string(index + 1) + " of " + std::string(op.name) +
+                           ", expected " + expected);
+}
+
+void check_same(const TermBuilder& builder, const Operator& op, std::span<const Value> arguments) {
+  const DataType* first = builder.sort_of(arguments[0]);
+  const bool first_is_number = builder.is_number_sort(first);
+  for (std::size_t i = 1; i < arguments.size(); ++i) {
+    const DataType* sort = builder.sort_of(arguments[i]);
+    const bool fits = sort == first || (first_is_number && builder.is_number_sort(sort));
+    if (!fits)
+      error_sort(builder, op, arguments[i], i, first->to_str());
+  }
+}
+
+void check_sorts(const TermBuilder& builder, const Operator& op, std::span<const Value> arguments) {
+  if (op.operands == Operands::same)
+    check_same(builder, op, arguments);
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const DataType* sort = builder.sort_of(arguments[i]);
+    switch (op.operands) {
+      case Operands::any:
+      case Operands::same:
+        return;
+      case Operands::booleans:
+        if (sort != builder.manager().get_bool_type()) {
+          error_sort(builder, op, arguments[i], i, "Bool");
+        }
+        break;
+      case Operands::integers:
+        if (sort != builder.manager().get_int_type()) {
+          error_sort(builder, op, arguments[i], i, "Int");
+        }
+        break;
+      case Operands::numbers:
+        if (!builder.is_number_sort(sort)) {
+          error_sort(builder, op, arguments[i], i, "Int or Real");
+        }
+        break;
+      case Operands::bit_vectors:
+      case Operands::same_width:
+        if (sort->kind() != DataType::Kind::bit_vector) {
+          error_sort(builder, op, arguments[i], i, "a bit-vector");
+        }
+        break;
+    }
+    if (op.operands == Operands::same_width && sort != builder.sort_of(arguments[0])) {
+      error_sort(builder, op, arguments[i], i, builder.sort_of(arguments[0])->to_str());
+    }
+  }
+}
+
+bool any_real(const TermBuilder& builder, std::span<const Value> arguments) {
+  for (const Value argument : arguments) {
+    if (builder.is_real(argument))
+      return true;
+  }
+  return false;
+}
+
+const Term* fold_left(TermBuilder& builder, const Operator& op, std::span<const Value> arguments,
+                      bool real) {
+  const Term* result = arguments[0].term;
+  for (const Value argument : arguments.subspan(1)) {
+    result = op.step(builder, result, argument.term, real);
+  }
+  return result;
+}
+
+const Term* fold_right(TermBuilder& builder, const Operator& op, std::span<const Value> arguments) {
+  const Term* result = arguments.back().term;
+  for (std::size_t i = arguments.size() - 1; i-- > 0;) {
+    result = op.step(builder, arguments[i].term, result, false);
+  }
+  return result;
+}
+
+/// Joins neighbours until one is left, so that n terms make a tree of ceil(log2 n) levels.
+Value fold_balanced(TermBuilder& builder, Operator::Step step, std::span<Value> arguments,
+                    bool real) {
+  std::size_t count = arguments.size();
+  while (count > 1) {
+    std::size_t joined = 0;
+    for (std::size_t i = 0; i < count; i += 2) {
+      arguments[joined++] =
+          i + 1 == count
+              ? arguments[i]
+              : Value{step(builder, arguments[i].term, arguments[i + 1].term, real), false};
+    }
+    count = joined;
+  }
+  return arguments[0];
+}
+
+Value fold_chain(TermBuilder& builder, const Operator& op, std::span<Value> arguments, bool real) {
+  for (std::size_t i = 0; i + 1 < arguments.size(); ++i) {
+    arguments[i] = {op.step(builder, arguments[i].term, arguments[i + 1].term, real), false};
+  }
+  return fold_balanced(
+      builder,
+      [](TermBuilder& b, const Term* left, const Term* right, bool) {
+        return b.manager().make_and(left, right);
+      },
+      arguments.first(arguments.size() - 1), false);
+}
+
+}  // namespace
+
+const std::vector<Operator>& smtlib2_operators() {
+  static const std::vector<Operator> all = all_operators();
+  return all;
+}
+
+Value apply_operator(TermBuilder& builder, const Operator& op, std::span<const QNumber> indices,
+                     std::span<Value> arguments) {
+  if (!fits_count(op, arguments.size())) {
+    throw TermManager::error("found " + count_of_arguments(arguments.size()) + " of " +
+                             std::string(op.name) + ", expected " + expected_count(op));
+  }
+  check_sorts(builder, op, arguments);
+  const bool real = (op.operands == Operands::numbers || op.operands == Operands::same) &&
+                    any_real(builder, arguments);
+  switch (op.shape) {
+    case Shape::constant:
+      return {op.step(builder, nullptr, nullptr, false), false};
+    case Shape::unary:
+      return {op.step(builder, arguments[0].term, nullptr, real), false};
+    case Shape::binary:
+      return {op.step(builder, arguments[0].term, arguments[1].term, real), false};
+    case Shape::associative:
+      return fold_balanced(builder, op.step, arguments, real);
+    case Shape::left:
+      return {fold_left(builder, op, arguments, real), false};
+    case Shape::right:
+      return {fold_right(builder, op, arguments), false};
+    case Shape::chain:
+      return fold_chain(builder, op, arguments, real);
+    case Shape::whole:
+      break;
+  }
+  return op.whole(builder, {indices, arguments, real});
+}
+
+}  // namespace brum

@@ -1,0 +1,172 @@
+#include "brum/readers/smtlib2_sort_parser.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace brum {
+
+namespace {
+
+bool is_underscore(const Token& token) {
+  return token.kind == TokenKind::symbol && !token.quoted && token.text == "_";
+}
+
+std::string count_of_sorts(std::size_t count) {
+  return std::to_string(count) + (count == 1 ? " sort" : " sorts");
+}
+
+}  // namespace
+
+const DataType* SmtLib2SortParser::parameter(std::size_t index) {
+  return manager_.make_uninterpreted_type("sort parameter|" + std::to_string(index));
+}
+
+const DataType* SmtLib2SortParser::parse() {
+  frames_.clear();
+  arguments_.clear();
+  while (true) {
+    const Token& token = lexer_.next();
+    const DataType* sort = nullptr;
+    if (token.kind == TokenKind::symbol) {
+      sort = constant(token);
+    } else if (token.kind == TokenKind::left_bracket) {
+      sort = open(token.position);
+    } else if (token.kind == TokenKind::right_bracket && !frames_.empty()) {
+      sort = close(frames_.back());
+      arguments_.resize(frames_.back().first_argument);
+      frames_.pop_back();
+    } else {
+      lexer_.error_expected("a sort");
+    }
+    if (sort == nullptr)
+      continue;
+    if (frames_.empty())
+      return sort;
+    arguments_.push_back(sort);
+  }
+}
+
+SortBinding SmtLib2SortParser::find(const Token& token) const {
+  const SortBinding binding = scopes_.find_sort(names_.get(token.text));
+  switch (binding.kind) {
+    case SortBinding::Kind::none:
+      lexer_.error(token.position,
+                   "found the sort " + std::string(token.raw) + ", expected a declared sort");
+    case SortBinding::Kind::refused:
+      lexer_.error(token.position, "found the sort " + std::string(token.raw) + " (" +
+                                       binding.reason + "), expected a sort that can be held");
+    case SortBinding::Kind::sort:
+    case SortBinding::Kind::definition:
+    case SortBinding::Kind::array:
+    case SortBinding::Kind::bit_vector:
+      break;
+  }
+  return binding;
+}
+
+const DataType* SmtLib2SortParser::constant(const Token& token) {
+  const SortBinding binding = find(token);
+  if (binding.kind != SortBinding::Kind::sort) {
+    lexer_.error(token.position,
+                 "found " + std::string(token.raw) + " alone, expected it with its parameters");
+  }
+  return binding.sort;
+}
+
+/// Reads on behind an opening bracket. Gives an indexed sort at once, null for the head of others.
+const DataType* SmtLib2SortParser::open(TextPosition position) {
+  const Token& head = lexer_.next();
+  if (head.kind != TokenKind::symbol)
+    lexer_.error_expected("the name of a sort or _");
+  if (is_underscore(head))
+    return indexed();
+  const SortBinding binding = find(head);
+  if (binding.kind == SortBinding::Kind::bit_vector) {
+    lexer_.error_expected("(_ BitVec width)");
+  }
+  frames_.push_back({binding, arguments_.size(), position});
+  return nullptr;
+}
+
+/// Reads on behind `(_`.
+const DataType* SmtLib2SortParser::indexed() {
+  const Token& name = lexer_.next();
+  if (name.kind != TokenKind::symbol)
+    lexer_.error_expected("BitVec");
+  const SortBinding binding = scopes_.find_sort(names_.get(name.text));
+  if (binding.kind == SortBinding::Kind::refused)
+    find(name);
+  if (binding.kind != SortBinding::Kind::bit_vector)
+    lexer_.error_expected("BitVec");
+  const Token& number = lexer_.next();
+  if (number.kind != TokenKind::numeral)
+    lexer_.error_expected("the width of a bit-vector");
+  const std::optional<std::uint64_t> width = QNumber::from_string(number.text).to_uint64();
+  constexpr std::uint64_t largest_width = 0xFFFFFFFF;
+  if (!width || *width == 0 || *width > largest_width) {
+    lexer_.error_expected("a width from 1 to 4294967295");
+  }
+  if (lexer_.next().kind != TokenKind::right_bracket)
+    lexer_.error_expected("')'");
+  return manager_.make_bv_type(static_cast<std::size_t>(*width));
+}
+
+const DataType* SmtLib2SortParser::close(const Frame& frame) {
+  const std::span<const DataType* const> arguments(arguments_.data() + frame.first_argument,
+                                                   arguments_.size() - frame.first_argument);
+  std::size_t wanted = 0;
+  if (frame.head.kind == SortBinding::Kind::array) {
+    wanted = 2;
+  } else if (frame.head.kind == SortBinding::Kind::definition) {
+    wanted = frame.head.definition->num_parameters;
+  }
+  if (wanted == 0)
+    lexer_.error(frame.position,
+                 "found a sort without parameters in brackets, expected its name alone");
+  if (arguments.size() != wanted) {
+    lexer_.error(frame.position, "found " + count_of_sorts(arguments.size()) +
+                                     " as parameters, expected " + std::to_string(wanted));
+  }
+  if (frame.head.kind == SortBinding::Kind::array) {
+    return manager_.make_array_type(arguments[0], arguments[1]);
+  }
+  return expand(*frame.head.definition, arguments);
+}
+
+/// Gives the body with the arguments in the places of the parameters; each sort in it once.
+const DataType* SmtLib2SortParser::expand(const SortDefinition& definition,
+                                          std::span<const DataType* const> arguments) {
+  hsh::HashMap<const DataType*, const DataType*> expanded;
+  bool is_same = true;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    expanded[parameter(i)] = arguments[i];
+    is_same = is_same && arguments[i] == parameter(i);
+  }
+  if (is_same)
+    return definition.body;
+  std::vector<const DataType*> pending{definition.body};
+  while (!pending.empty()) {
+    const DataType* sort = pending.back();
+    if (expanded.find(sort) != expanded.end()) {
+      pending.pop_back();
+      continue;
+    }
+    if (sort->kind() != DataType::Kind::array) {
+      expanded[sort] = sort;
+      continue;
+    }
+    const auto index = expanded.find(sort->get_component(0));
+    const auto element = expanded.find(sort->get_component(1));
+    if (index == expanded.end())
+      pending.push_back(sort->get_component(0));
+    if (element == expanded.end())
+      pending.push_back(sort->get_component(1));
+    if (pending.back() == sort) {
+      expanded[sort] = manager_.make_array_type(index->second, element->second);
+    }
+  }
+  return expanded[definition.body];
+}
+
+}  // namespace brum

@@ -1,0 +1,325 @@
+// The part of the parser of terms that reads symbols and what stands behind an opening bracket.
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "brum/readers/smtlib2_term_parser.h"
+
+namespace brum {
+
+namespace {
+
+constexpr std::array<std::pair<std::string_view, const char*>, 12> foreign_prefixes{{
+    {"fp.", "floating point"},
+    {"str.", "strings"},
+    {"re.", "strings"},
+    {"seq.", "sequences"},
+    {"set.", "sets"},
+    {"bag.", "bags"},
+    {"ff.", "finite fields"},
+    {"to_fp", "floating point"},
+    {"RN", "floating point"},
+    {"RT", "floating point"},
+    {"round", "floating point"},
+    {"lambda", "functions as terms"},
+}};
+
+/// Says to which theory an unknown name probably belongs, as ` (strings)`; nothing for most names.
+std::string foreign_theory(std::string_view name) {
+  for (const auto& [prefix, theory] : foreign_prefixes) {
+    if (name.starts_with(prefix))
+      return std::string(" (") + theory + ')';
+  }
+  return "";
+}
+
+bool is_word(const Token& token, std::string_view word) {
+  return token.kind == TokenKind::symbol && !token.quoted && token.text == word;
+}
+
+/// Whether this is `bv` and a numeral.
+bool is_bit_vector_value(std::string_view text) {
+  if (!text.starts_with("bv") || text.size() == 2)
+    return false;
+  return text.find_first_not_of("0123456789", 2) == std::string_view::npos;
+}
+
+}  // namespace
+
+void SmtLib2TermParser::error_unknown(const Token& token) const {
+  c_.lexer.error(token.position, "found the symbol " + std::string(token.raw) +
+                                     foreign_theory(token.text) + ", expected a declared symbol");
+}
+
+void SmtLib2TermParser::expect_right_bracket() {
+  if (c_.lexer.next().kind != TokenKind::right_bracket)
+    c_.lexer.error_expected("')'");
+}
+
+Name& SmtLib2TermParser::read_name(const std::string& expected) {
+  const Token& token = c_.lexer.next();
+  if (token.kind != TokenKind::symbol)
+    c_.lexer.error_expected(expected);
+  Name& name = c_.names.get(token.text);
+  if (name.reserved != ReservedWord::none && !token.quoted) {
+    c_.lexer.error(token.position,
+                   "found the reserved word " + std::string(token.text) + ", expected " + expected);
+  }
+  return name;
+}
+
+SmtLib2TermParser::Frame SmtLib2TermParser::new_frame(Frame::Kind kind,
+                                                      TextPosition position) const {
+  Frame frame;
+  frame.kind = kind;
+  frame.first_value = values_.size();
+  frame.first_index = indices_.size();
+  frame.position = position;
+  return frame;
+}
+
+void SmtLib2TermParser::find_in_signature(Name& name) const {
+  const Symbol* symbol = c_.builder.manager().get_signature()->get_symbol(name.text);
+  if (symbol != nullptr)
+    name.binding = Binding::to_function(symbol);
+}
+
+/// Gives what a symbol without brackets denotes.
+Value SmtLib2TermParser::symbol(const Token& token) {
+  Name& name = c_.names.get(token.text);
+  if (name.binding.kind == BindingKind::value) {
+    if (name.reserved == ReservedWord::none || token.quoted)
+      return name.binding.value();
+  }
+  if (name.reserved != ReservedWord::none && !token.quoted) {
+    c_.lexer.error(token.position,
+                   "found the reserved word " + std::string(token.text) + ", expected a term");
+  }
+  return constant_of(name, token);
+}
+
+Value SmtLib2TermParser::constant_of(Name& name, const Token& token) {
+  if (name.is_free() && c_.use_signature)
+    find_in_signature(name);
+  switch (name.binding.kind) {
+    case BindingKind::value:
+      return name.binding.value();
+    case BindingKind::function:
+      if (name.binding.function->arity == 0) {
+        const Term* constant = c_.builder.manager().make_term(name.binding.function);
+        name.binding = Binding::to_value({constant, false});
+        return {constant, false};
+      }
+      break;
+    case BindingKind::definition:
+      if (name.binding.definition->parameter_sorts.empty()) {
+        return c_.definitions.apply(*name.binding.definition, name.text, {});
+      }
+      break;
+    case BindingKind::none:
+      if (name.theory_operator == nullptr)
+        error_unknown(token);
+      if (name.theory_operator->shape == Shape::constant) {
+        return apply_operator(c_.builder, *name.theory_operator, {}, {});
+      }
+      break;
+  }
+  c_.lexer.error(token.position,
+                 "found " + std::string(token.raw) + " without arguments, expected a term");
+}
+
+/// Reads on behind an opening bracket. Gives whether a whole term was read.
+bool SmtLib2TermParser::open(TextPosition position) {
+  const Token& head = c_.lexer.next();
+  if (head.kind == TokenKind::left_bracket) {
+    open_compound_head(position);
+    return false;
+  }
+  if (head.kind != TokenKind::symbol) {
+    c_.lexer.error_expected("an operator, a function, let, ! or _");
+  }
+  Name& name = c_.names.get(head.text);
+  switch (head.quoted ? ReservedWord::none : name.reserved) {
+    case ReservedWord::none:
+      open_application(name, head, position);
+      return false;
+    case ReservedWord::let: {
+      Frame frame = new_frame(Frame::Kind::let_binding, position);
+      frame.first_value = bindings_.size();
+      frames_.push_back(frame);
+      open_let();
+      return false;
+    }
+    case ReservedWord::exclamation:
+      c_.builder.side_conditions().begin_definition();
+      frames_.push_back(new_frame(Frame::Kind::annotated, position));
+      return false;
+    case ReservedWord::underscore:
+      values_.push_back(indexed_constant());
+      return true;
+    case ReservedWord::as_word:
+      values_.push_back(qualified_constant());
+      return true;
+    case ReservedWord::forall:
+    case ReservedWord::exists:
+      c_.lexer.error(position, "found " + std::string(head.text) +
+                                   " (quantifiers), expected a term without quantifiers");
+    case ReservedWord::match:
+      c_.lexer.error(position, "found match (datatypes), expected a term without datatypes");
+    case ReservedWord::other:
+      break;
+  }
+  c_.lexer.error(head.position, "found the reserved word " + std::string(head.text) +
+                                    ", expected an operator, a function, let, ! or _");
+}
+
+void SmtLib2TermParser::open_application(Name& name, const Token& token, TextPosition position) {
+  if (name.is_free() && c_.use_signature)
+    find_in_signature(name);
+  Frame frame = new_frame(Frame::Kind::operation, position);
+  frame.name = &name;
+  const Binding& binding = name.binding;
+  if (binding.kind == BindingKind::function && binding.function->arity > 0) {
+    frame.kind = Frame::Kind::function;
+    frame.function = binding.function;
+  } else if (binding.kind == BindingKind::definition &&
+             !binding.definition->parameter_sorts.empty()) {
+    frame.kind = Frame::Kind::definition;
+    frame.definition = binding.definition;
+  } else if (binding.kind != BindingKind::none) {
+    c_.lexer.error(token.position, "found " + std::string(token.raw) +
+                                       ", which takes no arguments, expected a function");
+  } else if (name.theory_operator == nullptr) {
+    error_unknown(token);
+  } else if (name.theory_operator->num_indices > 0) {
+    c_.lexer.error(token.position, "found " + std::string(token.raw) +
+                                       " without indices, expected ((_ " + std::string(token.raw) +
+                                       " index) argument)");
+  } else {
+    frame.op = name.theory_operator;
+  }
+  frames_.push_back(frame);
+}
+
+/// Reads on behind `((`.
+void SmtLib2TermParser::open_compound_head(TextPosition position) {
+  const Token& word = c_.lexer.next();
+  if (is_word(word, "_")) {
+    open_indexed(position);
+  } else if (is_word(word, "as")) {
+    open_qualified(position);
+  } else {
+    c_.lexer.error_expected("_ or as");
+  }
+}
+
+/// Reads numerals and the closing bracket behind them.
+void SmtLib2TermParser::read_indices() {
+  while (true) {
+    const Token& token = c_.lexer.next();
+    if (token.kind == TokenKind::right_bracket)
+      return;
+    if (token.kind != TokenKind::numeral)
+      c_.lexer.error_expected("an index or ')'");
+    indices_.push_back(QNumber::from_string(token.text));
+  }
+}
+
+/// Reads on behind `((_`.
+void SmtLib2TermParser::open_indexed(TextPosition position) {
+  const Token& token = c_.lexer.next();
+  if (token.kind != TokenKind::symbol)
+    c_.lexer.error_expected("an indexed operator");
+  Name& name = c_.names.get(token.text);
+  if (name.theory_operator == nullptr || name.theory_operator->num_indices == 0) {
+    c_.lexer.error(token.position, "found the symbol " + std::string(token.raw) +
+                                       foreign_theory(token.text) +
+                                       ", expected an indexed operator");
+  }
+  const TextPosition place = token.position;
+  Frame frame = new_frame(Frame::Kind::operation, position);
+  frame.op = name.theory_operator;
+  frame.name = &name;
+  read_indices();
+  const std::size_t found = indices_.size() - frame.first_index;
+  if (found != name.theory_operator->num_indices) {
+    c_.lexer.error(place, "found " + std::to_string(found) +
+                              (found == 1 ? " index of " : " indices of ") +
+                              std::string(name.text) + ", expected " +
+                              std::to_string(name.theory_operator->num_indices));
+  }
+  frames_.push_back(frame);
+}
+
+/// Reads on behind `(_`, where a whole term is expected: only bit-vector values are such.
+Value SmtLib2TermParser::indexed_constant() {
+  const Token& token = c_.lexer.next();
+  if (token.kind != TokenKind::symbol || !is_bit_vector_value(token.text)) {
+    if (token.kind != TokenKind::symbol)
+      c_.lexer.error_expected("bv and a numeral");
+    c_.lexer.error(token.position, "found the symbol " + std::string(token.raw) +
+                                       foreign_theory(token.text) + ", expected bv and a numeral");
+  }
+  const TextPosition position = token.position;
+  const QNumber value = QNumber::from_string(token.text.substr(2));
+  const std::size_t first_index = indices_.size();
+  read_indices();
+  const std::size_t found = indices_.size() - first_index;
+  if (found != 1) {
+    c_.lexer.error(position, "found " + std::to_string(found) +
+                                 " indices of a bit-vector, expected its width");
+  }
+  constexpr std::uint64_t largest_width = 0xFFFFFFFF;
+  const std::optional<std::uint64_t> width = indices_.back().to_uint64();
+  indices_.resize(first_index);
+  if (!width || *width > largest_width) {
+    c_.lexer.error(position, "found a bit-vector of too many bits, expected at most 4294967295");
+  }
+  try {
+    return {c_.builder.manager().make_bv_number(value, static_cast<std::size_t>(*width)), false};
+  } catch (const Exception& error) {
+    c_.lexer.error(position, error.what());
+  }
+}
+
+/// Reads on behind `(as`, where a whole term is expected.
+Value SmtLib2TermParser::qualified_constant() {
+  const Token& token = c_.lexer.next();
+  if (token.kind != TokenKind::symbol)
+    c_.lexer.error_expected("a symbol");
+  const TextPosition position = token.position;
+  const Value value = symbol(token);
+  const DataType* sort = c_.sorts.parse();
+  if (c_.builder.sort_of(value) != sort) {
+    c_.lexer.error(position, "found a term of sort " + c_.builder.sort_of(value)->to_str() +
+                                 ", expected " + sort->to_str());
+  }
+  expect_right_bracket();
+  return value;
+}
+
+/// Reads on behind `((as`.
+void SmtLib2TermParser::open_qualified(TextPosition position) {
+  const Token& token = c_.lexer.next();
+  if (token.kind != TokenKind::symbol)
+    c_.lexer.error_expected("a function");
+  const TextPosition place = token.position;
+  Name& name = c_.names.get(token.text);
+  if (name.is_free() && token.text == "const") {
+    c_.lexer.error(place, "found const (arrays of one value), expected a declared function");
+  }
+  open_application(name, token, position);
+  const DataType* sort = c_.sorts.parse();
+  const Frame& frame = frames_.back();
+  const bool fits = frame.kind == Frame::Kind::function ? frame.function->get_output_type() == sort
+                                                        : frame.kind == Frame::Kind::definition &&
+                                                              frame.definition->result_sort == sort;
+  if (!fits) {
+    c_.lexer.error(place, "found " + std::string(name.text) + " as " + sort->to_str() +
+                              ", expected a function with this result");
+  }
+  expect_right_bracket();
+}
+
+}  // namespace brum
