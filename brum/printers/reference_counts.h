@@ -25,6 +25,9 @@ class ReferenceCounts {
   /// True when more than one place refers to `term`.
   bool is_shared(const Term* term) const { return counts_.get(term) > one; }
 
+  /// True when `term` was met at all.
+  bool is_counted(const Term* term) const { return counts_.get(term) != unseen; }
+
   /// The number of distinct terms that were counted.
   std::size_t num_terms() const { return num_terms_; }
 

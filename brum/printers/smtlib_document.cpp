@@ -4,6 +4,7 @@
 
 #include "brum/printers/smtlib_term_printer.h"
 #include "brum/printers/write_text.h"
+#include "brum/utils/concat.h"
 #include "brum/utils/scope_exit.h"
 
 // The framing of documents, bindings and applications.
@@ -18,19 +19,19 @@ void SmtLibTermPrinter::print_start(std::ostream& out) {
   if (v1_format) {
     write_text(out, "(benchmark unnamed\n");
     if (!status.empty()) {
-      write_text(out, ":status " + status + "\n");
+      write_text(out, concat({":status ", status, "\n"}));
     }
     if (!logic.empty()) {
-      write_text(out, ":logic " + logic + "\n");
+      write_text(out, concat({":logic ", logic, "\n"}));
     }
     write_text(out, ":source { printed by Brumlin }\n");
     return;
   }
   if (!logic.empty()) {
-    write_text(out, "(set-logic " + logic + ")\n");
+    write_text(out, concat({"(set-logic ", logic, ")\n"}));
   }
   if (!status.empty()) {
-    write_text(out, "(set-info :status " + status + ")\n");
+    write_text(out, concat({"(set-info :status ", status, ")\n"}));
   }
   write_text(out, "(set-info :source |printed by Brumlin|)\n");
 }

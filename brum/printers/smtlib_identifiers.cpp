@@ -1,8 +1,10 @@
+#include "brum/printers/smtlib_identifiers.h"
+
+#include <algorithm>
 #include <array>
-#include <string>
-#include <string_view>
 
 #include "brum/printers/smtlib_term_printer.h"
+#include "brum/utils/concat.h"
 
 // How the user's names become identifiers. All tests are on ASCII codes, whatever the locale.
 
@@ -18,24 +20,21 @@ constexpr bool is_digit(char byte) {
   return byte >= '0' && byte <= '9';
 }
 
-/// Letters, digits and what else a simple symbol of SMT-LIB 2.6 may hold.
-constexpr bool is_simple_symbol_byte(char byte) {
-  constexpr std::string_view punctuation = "~!@$%^&*_-+=<>.?/";
-  return is_letter(byte) || is_digit(byte) || punctuation.find(byte) != std::string_view::npos;
-}
-
-/// What is_simple_symbol_byte() says of each byte, by its unsigned value.
+/// For each byte, by its unsigned value, whether a simple symbol of SMT-LIB 2.6 may hold it.
 constexpr auto simple_symbol_bytes = [] {
+  constexpr std::string_view punctuation = "~!@$%^&*_-+=<>.?/";
   std::array<bool, 256> table{};
-  for (unsigned code = 0; code < table.size(); ++code) {
-    table[code] = is_simple_symbol_byte(static_cast<char>(code));
+  for (std::size_t code = 0; code < table.size(); ++code) {
+    const char byte = static_cast<char>(code);
+    table.at(code) =
+        is_letter(byte) || is_digit(byte) || punctuation.find(byte) != std::string_view::npos;
   }
   return table;
 }();
 
-/// An identifier of SMT-LIB 1.2: a letter or an underscore, then letters, digits, full stops and
-/// underscores. Other bytes are written as their signed value.
-std::string v1_identifier(const std::string& name) {
+}  // namespace
+
+std::string v1_identifier(std::string_view name) {
   std::string text;
   const char first = name.empty() ? '\0' : name.front();
   if (!is_letter(first) && first != '_') {
@@ -45,31 +44,27 @@ std::string v1_identifier(const std::string& name) {
     if (is_letter(byte) || is_digit(byte) || byte == '.' || byte == '_') {
       text += byte;
     } else {
-      text += "_h" + std::to_string(static_cast<int>(static_cast<signed char>(byte))) + "_";
+      const int value = static_cast<signed char>(byte);
+      text += concat({"_h", std::to_string(value), "_"});
     }
   }
   return text;
 }
 
-bool is_simple_symbol(const std::string& name) {
+bool is_simple_symbol(std::string_view name) {
   if (!name.empty() && is_digit(name.front())) {
     return false;
   }
-  for (const char byte : name) {
-    if (!simple_symbol_bytes[static_cast<unsigned char>(byte)]) {
-      return false;
-    }
-  }
-  return true;
+  return std::all_of(name.begin(), name.end(), [](char byte) {
+    return simple_symbol_bytes[static_cast<unsigned char>(byte)];
+  });
 }
-
-}  // namespace
 
 std::string SmtLibTermPrinter::to_smtlib(const std::string& name) const {
   if (v1_format) {
     return v1_identifier(name);
   }
-  return is_simple_symbol(name) ? name : "|" + name + "|";
+  return is_simple_symbol(name) ? name : concat({"|", name, "|"});
 }
 
 }  // namespace brum

@@ -1,4 +1,5 @@
 #include "brum/printers/smtlib_term_printer.h"
+#include "brum/utils/concat.h"
 
 // How rational numbers are spelt.
 
@@ -15,7 +16,7 @@ std::string SmtLibTermPrinter::to_smtlib(QNumber value) const {
   if (denominator == 1) {
     text += value.get_num().to_str();
   } else {
-    text += "(/ " + value.get_num().to_str() + " " + denominator.to_str() + ")";
+    text += concat({"(/ ", value.get_num().to_str(), " ", denominator.to_str(), ")"});
   }
   if (negative) {
     text += ')';

@@ -3,6 +3,7 @@
 
 #include "brum/printers/smtlib_term_printer.h"
 #include "brum/printers/write_text.h"
+#include "brum/utils/concat.h"
 
 // How sorts are spelt, and the declarations of sorts and symbols.
 
@@ -63,7 +64,7 @@ std::string SmtLibTermPrinter::v1_sort_text(const DataType* sort) {
     case DataType::Kind::array:
       return v1_array_text(sort);
     case DataType::Kind::bit_vector:
-      return "BitVec[" + std::to_string(sort->width()) + "]";
+      return concat({"BitVec[", std::to_string(sort->width()), "]"});
     case DataType::Kind::integer:
     case DataType::Kind::real:
     case DataType::Kind::uninterpreted:
@@ -101,7 +102,7 @@ std::string SmtLibTermPrinter::v1_array_text(const DataType* sort) const {
     // The message names the index sort, as users of this printer know it.
     throw error("unsupported element type for Array: " + index->to_str());
   }
-  return "Array[" + std::to_string(index_width) + ":" + std::to_string(element_width) + "]";
+  return concat({"Array[", std::to_string(index_width), ":", std::to_string(element_width), "]"});
 }
 
 // Written from front to back without recursion: array sorts may be nested to any depth. With
@@ -120,7 +121,7 @@ std::string SmtLibTermPrinter::v2_sort_text(const DataType* sort, bool trust_kep
     } else {
       std::string& name = type_names[next];
       if (std::size_t width = 0; TermManager::is_bv_type(next, &width)) {
-        name = "(_ BitVec " + std::to_string(width) + ")";
+        name = concat({"(_ BitVec ", std::to_string(width), ")"});
       }
       text += name;
     }
@@ -159,10 +160,10 @@ void SmtLibTermPrinter::print_type_declaration(std::ostream& out, const DataType
   if (single_term || has_name_of_its_own(type)) {
     return;
   }
-  std::string name = "U" + std::to_string(sort_counter);
+  std::string name = concat({"U", std::to_string(sort_counter)});
   ++sort_counter;
-  const std::string line =
-      v1_format ? ":extrasorts (" + name + ")\n" : "(declare-sort " + name + " 0)\n";
+  const std::string line = v1_format ? concat({":extrasorts (", name, ")\n"})
+                                     : concat({"(declare-sort ", name, " 0)\n"});
   write_text(out, line);
   const std::size_t known_sorts = type_names.size();
   type_names[type] = std::move(name);

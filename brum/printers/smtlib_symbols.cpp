@@ -2,6 +2,7 @@
 
 #include "brum/printers/smtlib_term_printer.h"
 #include "brum/terms/operator_names.h"
+#include "brum/utils/concat.h"
 
 // How symbols are spelt.
 
@@ -11,24 +12,21 @@ std::string SmtLibTermPrinter::to_smtlib(const Symbol* symbol) {
   if (const auto known = symbol_names.find(symbol); known != symbol_names.end()) {
     return known->second;
   }
-  if (TermManager::is_equality(symbol)) {
-    return symbol_names[symbol] = "=";
-  }
-  if (TermManager::is_term_ite(symbol, nullptr)) {
-    return symbol_names[symbol] = "ite";
+  const auto keep = [&](std::string text) { return symbol_names[symbol] = std::move(text); };
+  const SymbolTag::tag tag = TermManager::get_tag(symbol).value_or(SymbolTag::none);
+  if (TermManager::is_equality(symbol) || TermManager::is_term_ite(symbol, nullptr)) {
+    return keep(std::string(operator_name(tag).name));
   }
   if (!TermManager::is_interpreted(symbol)) {
     return to_smtlib(std::string(symbol->name_view()));
   }
-  const SymbolTag::tag tag = TermManager::get_tag(symbol).value_or(SymbolTag::none);
   if (const auto fixed = tag_names.find(tag); fixed != tag_names.end()) {
     return fixed->second;
   }
   if (const QNumber* value = mgr->get_number(symbol); value != nullptr) {
-    return symbol_names[symbol] = numeral(symbol, *value);
+    return keep(numeral(symbol, *value));
   }
-  std::string text = indexed_operator(symbol);
-  return symbol_names[symbol] = std::move(text);
+  return keep(indexed_operator(symbol));
 }
 
 std::string SmtLibTermPrinter::numeral(const Symbol* symbol, const QNumber& value) const {
@@ -37,9 +35,9 @@ std::string SmtLibTermPrinter::numeral(const Symbol* symbol, const QNumber& valu
     return to_smtlib(value);
   }
   if (v1_format) {
-    return "bv" + to_smtlib(value) + "[" + std::to_string(width) + "]";
+    return concat({"bv", to_smtlib(value), "[", std::to_string(width), "]"});
   }
-  return "(_ bv" + to_smtlib(value) + " " + std::to_string(width) + ")";
+  return concat({"(_ bv", to_smtlib(value), " ", std::to_string(width), ")"});
 }
 
 std::string SmtLibTermPrinter::indexed_operator(const Symbol* symbol) const {
@@ -56,7 +54,7 @@ std::string SmtLibTermPrinter::indexed_operator(const Symbol* symbol) const {
     }
     case SymbolTag::bv_extract:
       mgr->is_bv_extract(symbol, &first, &second, nullptr);
-      indices = std::to_string(first) + (v1_format ? ":" : " ") + std::to_string(second);
+      indices = concat({std::to_string(first), v1_format ? ":" : " ", std::to_string(second)});
       break;
     case SymbolTag::bv_rotate_left:
       mgr->is_bv_rotate_left(symbol, &first, nullptr);
@@ -76,11 +74,11 @@ std::string SmtLibTermPrinter::indexed_operator(const Symbol* symbol) const {
       break;
     default:
       // The missing blank before "in" is part of the message that users know.
-      throw error("can't print interpreted symbol " + std::string(symbol->name_view()) +
-                  "in SMT-LIB format");
+      throw error(
+          concat({"can't print interpreted symbol ", symbol->name_view(), "in SMT-LIB format"}));
   }
-  const std::string name(operator_name(tag).name);
-  return v1_format ? name + "[" + indices + "]" : "(_ " + name + " " + indices + ")";
+  const std::string_view name = operator_name(tag).name;
+  return v1_format ? concat({name, "[", indices, "]"}) : concat({"(_ ", name, " ", indices, ")"});
 }
 
 }  // namespace brum

@@ -1,4 +1,5 @@
 #include "brum/terms/data_type.h"
+#include "brum/utils/concat.h"
 
 #include <vector>
 
@@ -39,7 +40,7 @@ std::string DataType::to_str() const {
         text += "Real";
         break;
       case Kind::bit_vector:
-        text += "(_ BitVec " + std::to_string(next->width_) + ")";
+        text += concat({"(_ BitVec ", std::to_string(next->width_), ")"});
         break;
       case Kind::uninterpreted:
         text += next->name_;
