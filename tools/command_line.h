@@ -1,0 +1,48 @@
+#ifndef BRUM_TOOLS_COMMAND_LINE_H
+#define BRUM_TOOLS_COMMAND_LINE_H
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace brum::tools {
+
+/// The exit statuses of the command.
+enum class ExitStatus : std::uint8_t {
+  done = 0,
+  cannot_express = 1,  // the asked form has no text for the input
+  bad_input = 2,       // or bad usage
+  io_error = 3,
+};
+
+/// The forms that the command writes.
+enum class Form : std::uint8_t { v1, v2, define_fun, terms, trace };
+
+/// The languages that the command reads.
+enum class Language : std::uint8_t { v1, v2 };
+
+/// What the user asked for.
+struct CommandLine {
+  std::string input = "-";  // a path, or - for standard input
+  std::string output;       // a path, empty for standard output
+  Form form = Form::v2;
+  std::optional<Language> language;   // found by the input's first token when not given
+  std::optional<std::string> logic;   // instead of the input's
+  std::optional<std::string> status;  // instead of the input's
+  std::optional<std::string> label;   // prefix of labels instead of `.def_`
+  std::optional<std::size_t> query;   // the check-sat to write, counted from 1
+  bool stats = false;
+
+  /// The input's name in messages.
+  std::string input_name() const { return input == "-" ? "<stdin>" : input; }
+};
+
+/// Takes the arguments of the process apart. Gives nothing, after telling the user why, when the
+/// process is to end with `status`: after --help, --version or an error of usage.
+std::optional<CommandLine> parse_command_line(int argc, const char* const* argv,
+                                              ExitStatus& status);
+
+}  // namespace brum::tools
+
+#endif  // BRUM_TOOLS_COMMAND_LINE_H

@@ -1,0 +1,184 @@
+#include "documents.h"
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "attributes.h"
+#include "brum/printers/check_names.h"
+#include "brum/printers/reference_counts.h"
+#include "printer_choice.h"
+
+namespace brum::tools {
+
+namespace {
+
+/// What a form of one formula says, or what the form of several names.
+struct Content {
+  std::vector<const Term*> terms;
+  std::string status;
+  bool has_query = false;
+};
+
+std::size_t query_number(const DocumentSource& source) {
+  const std::size_t number = source.line.query.value_or(1);
+  const std::size_t count = source.script.num_queries();
+  if (source.line.query && number > count) {
+    throw NoSuchQuery("the input has " + std::to_string(count) + " check-sat, not " +
+                      std::to_string(number));
+  }
+  if (!source.line.query && count > 1) {
+    source.warnings.warn("the input has " + std::to_string(count) +
+                         " check-sat, only what is in force at the first is written (--query N "
+                         "takes another)");
+  }
+  return number;
+}
+
+/// What is in force at the query that the user chose.
+Content content_in_force(const DocumentSource& source) {
+  const Script& script = source.script;
+  const std::size_t number = query_number(source);
+  Query query = script.num_queries() == 0 ? script.at_end() : script.query(number);
+  Content content{std::move(query.assertions), std::move(query.status), script.num_queries() > 0};
+  content.terms.insert(content.terms.end(), query.assumptions.begin(), query.assumptions.end());
+  return content;
+}
+
+/// Every assertion of the input, each once.
+Content all_assertions(const DocumentSource& source) {
+  Content content{{}, source.script.status, source.script.num_queries() > 0};
+  hsh::HashSet<const Term*> known;
+  for (const Command& command : source.script.commands) {
+    if (command.kind == Command::Kind::assertion && known.insert(command.term).second) {
+      content.terms.push_back(command.term);
+    }
+  }
+  return content;
+}
+
+/// The conjunction of the terms as a balanced tree; true when there are none.
+const Term* conjunction(TermManager& manager, std::vector<const Term*> terms) {
+  if (terms.empty()) {
+    return manager.make_true();
+  }
+  while (terms.size() > 1) {
+    const std::size_t pairs = terms.size() / 2;
+    for (std::size_t i = 0; i < pairs; ++i) {
+      terms[i] = manager.make_and(terms[2 * i], terms[2 * i + 1]);
+    }
+    if (terms.size() % 2 == 1) {
+      terms[pairs] = terms.back();
+    }
+    terms.resize((terms.size() + 1) / 2);
+  }
+  return terms.front();
+}
+
+void end_with_query(std::ostream& out, bool has_query) {
+  if (has_query) {
+    out << "(check-sat)\n";
+  }
+}
+
+void warn_of_lost_attributes(const DocumentSource& source) {
+  if (source.script.annotations.size() != 0) {
+    source.warnings.warn("attributes of terms are left out: the form has no place for them");
+  }
+}
+
+void write_plain(const DocumentSource& source, std::ostream& out) {
+  const bool v1_format = source.line.form == Form::v1;
+  const Content content = content_in_force(source);
+  require_writable_names(source, content.terms);
+  warn_of_lost_attributes(source);
+  const Term* formula = conjunction(source.manager, content.terms);
+  const auto print = [&](auto& printer) {
+    printer.print_formula(out, formula);
+    source.statistics.definitions = printer.definitions();
+  };
+  with_printer<SmtLibTermPrinter>(source.line.label, print, v1_format, &source.manager,
+                                  source.logic(), source.line.status.value_or(content.status));
+  end_with_query(out, content.has_query && !v1_format);
+  ReferenceCounts counts;
+  counts.add_term(formula);
+  source.statistics.assertions = content.terms.size();
+  source.statistics.terms = counts.num_terms();
+}
+
+/// The forms with define-fun. Everything compound is written exactly once in them: what is shared
+/// gets a definition. A constant is written wherever it is referred to.
+void write_definitions(const DocumentSource& source, std::ostream& out) {
+  const bool several = source.line.form == Form::terms;
+  Content content = several ? all_assertions(source) : content_in_force(source);
+  require_writable_names(source, content.terms);
+  const std::size_t assertions = content.terms.size();
+  if (!several) {
+    content.terms = {conjunction(source.manager, std::move(content.terms))};
+  }
+  ReferenceCounts counts;
+  hsh::HashSet<const Symbol*> symbols;
+  hsh::HashSet<const DataType*> sorts;
+  for (const Term* term : content.terms) {
+    counts.add_reference(term);
+    TermPrinter::collect_symbols_and_types(term, symbols, sorts);
+  }
+  FreeNames names(symbols);
+  AnnotationMap attributes;
+  const auto printed_once = [&](const Term* term) {
+    return counts.is_counted(term) && (term->symbol->arity != 0 || !counts.is_shared(term));
+  };
+  keep_attributes(source.script, printed_once, names, source.warnings, attributes);
+  const auto print = [&](auto& printer) {
+    if (several) {
+      printer.print_terms(out, content.terms);
+    } else {
+      printer.print_formula(out, content.terms.front());
+    }
+    source.statistics.definitions = printer.definitions();
+  };
+  with_printer<SmtLib2TermPrinter>(source.line.label, print, &source.manager, source.logic(),
+                                   source.line.status.value_or(several ? "" : content.status), true,
+                                   &attributes);
+  end_with_query(out, content.has_query);
+  source.statistics.assertions = assertions;
+  source.statistics.terms = counts.num_terms();
+}
+
+}  // namespace
+
+void require_writable_names(const DocumentSource& source, const std::vector<const Term*>& terms) {
+  const bool v1_format = source.line.form == Form::v1;
+  const std::vector<NameProblem> problems = check_names(source.manager, terms, v1_format);
+  if (problems.empty()) {
+    return;
+  }
+  constexpr std::size_t most_shown = 10;
+  std::string message;
+  for (std::size_t i = 0; i < std::min(problems.size(), most_shown); ++i) {
+    message += (i == 0 ? "" : "; ") + ("symbol '" + std::string(problems[i].symbol->name_view())) +
+               "' " + problems[i].reason;
+  }
+  if (problems.size() > most_shown) {
+    message += "; and " + std::to_string(problems.size() - most_shown) + " more";
+  }
+  throw CannotExpress(message);
+}
+
+void write_document(const DocumentSource& source, std::ostream& out) {
+  switch (source.line.form) {
+    case Form::v1:
+    case Form::v2:
+      write_plain(source, out);
+      break;
+    case Form::define_fun:
+    case Form::terms:
+      write_definitions(source, out);
+      break;
+    case Form::trace:
+      write_trace(source, out);
+      break;
+  }
+}
+
+}  // namespace brum::tools

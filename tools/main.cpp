@@ -1,0 +1,97 @@
+#include <cerrno>
+#include <csignal>
+#include <exception>
+#include <fstream>
+#include <iostream>
+#include <new>
+#include <system_error>
+
+#include "brum/printers/term_printer.h"
+#include "brum/readers/smtlib2_reader.h"
+#include "command_line.h"
+#include "documents.h"
+#include "output.h"
+#include "statistics.h"
+#include "warnings.h"
+
+namespace {
+
+using brum::tools::CommandLine;
+using brum::tools::ExitStatus;
+using brum::tools::IoError;
+
+void read_input(const CommandLine& line, brum::TermManager& manager, brum::Script& script) {
+  brum::ReaderOptions options;
+  options.file_name = line.input_name();
+  brum::SmtLib2Reader reader(manager, options);
+  if (line.input == "-") {
+    reader.read(std::cin, script);
+    return;
+  }
+  errno = 0;
+  std::ifstream file(line.input, std::ios::binary);
+  if (!file) {
+    throw IoError("cannot read " + line.input + ": " + std::generic_category().message(errno));
+  }
+  reader.read(file, script);
+}
+
+void convert(const CommandLine& line) {
+  brum::tools::Output output(line.output);
+  brum::tools::Statistics statistics;
+  brum::tools::Warnings warnings(line.input_name(), std::cerr);
+  brum::TermManager manager;
+  brum::Script script;
+  const brum::tools::Stopwatch reading;
+  read_input(line, manager, script);
+  statistics.seconds_reading = reading.seconds();
+  const brum::tools::Stopwatch printing;
+  brum::tools::write_document({line, script, manager, warnings, statistics}, output.stream());
+  statistics.bytes = output.commit();
+  statistics.seconds_printing = printing.seconds();
+  if (line.stats) {
+    statistics.print(std::cerr);
+  }
+}
+
+/// Tells the user what went wrong in one line; gives the status to end with.
+ExitStatus report(const CommandLine& line, const std::exception& problem, ExitStatus status) {
+  std::cerr << line.input_name() << ": error: " << problem.what() << '\n';
+  return status;
+}
+
+ExitStatus run(const CommandLine& line) {
+  try {
+    convert(line);
+    return ExitStatus::done;
+  } catch (const brum::ReadError& problem) {
+    std::cerr << problem.what() << '\n';  // begins with its place in the file
+    return ExitStatus::bad_input;
+  } catch (const brum::tools::NoSuchQuery& problem) {
+    return report(line, problem, ExitStatus::bad_input);
+  } catch (const brum::tools::CannotExpress& problem) {
+    return report(line, problem, ExitStatus::cannot_express);
+  } catch (const brum::TermPrinter::error& problem) {
+    return report(line, problem, ExitStatus::cannot_express);
+  } catch (const std::bad_alloc&) {
+    std::cerr << "brumlin: error: out of memory\n";
+    return ExitStatus::io_error;
+  } catch (const std::exception& problem) {
+    std::cerr << "brumlin: error: " << problem.what() << '\n';
+    return ExitStatus::io_error;
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // A reader of our output that goes away is an error to report, not a reason to die silently.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::ios::sync_with_stdio(false);
+  ExitStatus status = ExitStatus::done;
+  const auto line = brum::tools::parse_command_line(argc, argv, status);
+  if (line) {
+    status = run(*line);
+  }
+  return static_cast<int>(status);
+}
