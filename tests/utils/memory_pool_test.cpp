@@ -232,9 +232,8 @@ TEST(MemoryPool, FailedGrowthChangesNothing) {
 
 TEST(MemoryPool, ARequestBeyond64BitsThrowsBadAlloc) {
   constexpr std::size_t most = std::numeric_limits<std::size_t>::max();
-  // The product with the size overflows; or it fits and the link word does not.
-  for (const std::size_t blocks : {most, most / 24 + 1, most / 24}) {
-    OwnedPool<> pool(blocks);
+  for (const std::size_t blocks : {most, most / 8 + 1, most / 8}) {  // the last: only with the link
+    OwnedPool<8> pool(blocks);
     EXPECT_THROW(pool.grow_pool(), std::bad_alloc);
     EXPECT_EQ(pool.chunk_list, nullptr);
     EXPECT_EQ(pool.free_list, nullptr);
