@@ -50,6 +50,12 @@ brum_usable_test_sources(brum_test_support_sources ${brum_test_support_sources})
 if(brum_test_support_sources)
   add_library(brum_test_support STATIC ${brum_test_support_sources})
   target_link_libraries(brum_test_support PUBLIC brum_test_base)
+  # The frameworks are the larger part of what a test compiles: they are compiled once for all.
+  set(brum_test_headers <gmock/gmock.h> <gtest/gtest.h>)
+  if(TARGET rapidcheck)
+    list(APPEND brum_test_headers <rapidcheck.h>)
+  endif()
+  target_precompile_headers(brum_test_support PRIVATE ${brum_test_headers})
 endif()
 
 file(
@@ -72,6 +78,7 @@ foreach(directory IN LISTS brum_test_directories)
   target_link_libraries(${directory}_test PRIVATE brum_test_base GTest::gtest_main)
   if(TARGET brum_test_support)
     target_link_libraries(${directory}_test PRIVATE brum_test_support)
+    target_precompile_headers(${directory}_test REUSE_FROM brum_test_support)
   endif()
   if(TARGET brumlin)
     # A test that runs the command wants the one of this source tree.
