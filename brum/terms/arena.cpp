@@ -15,6 +15,11 @@ void* Arena::allocate(std::size_t bytes) {
     throw std::bad_alloc();
   }
   const std::size_t rounded = (bytes + alignment - 1) / alignment * alignment;
+  if (range_) {
+    if (void* place = range_->take(rounded); place != nullptr) {
+      return place;
+    }
+  }
   if (rounded > chunk_bytes / 4) {
     // Large objects get a chunk of their own; the current chunk goes on being filled.
     chunks_.push_back(std::make_unique_for_overwrite<std::byte[]>(rounded));

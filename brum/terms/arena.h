@@ -2,11 +2,15 @@
 #define BRUM_TERMS_ARENA_H
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include "brum/terms/address_range.h"
 
 namespace brum {
 
@@ -16,7 +20,15 @@ namespace brum {
 /// A failed allocation throws std::bad_alloc and changes nothing.
 class Arena {
  public:
-  Arena() = default;
+  /// Where the objects lie: anywhere, or at addresses that are the same in every run, as far as
+  /// the system lets them (see AddressRange).
+  enum class Placement : std::uint8_t { anywhere, reproducible };
+
+  explicit Arena(Placement placement = Placement::anywhere) {
+    if (placement == Placement::reproducible) {
+      range_.emplace();
+    }
+  }
   Arena(const Arena&) = delete;
   Arena& operator=(const Arena&) = delete;
 
@@ -38,6 +50,7 @@ class Arena {
  private:
   static constexpr std::size_t alignment = 8;
 
+  std::optional<AddressRange> range_;
   std::vector<std::unique_ptr<std::byte[]>> chunks_;
   std::byte* free_ = nullptr;
   std::size_t free_bytes_ = 0;

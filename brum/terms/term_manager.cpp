@@ -56,7 +56,8 @@ class TermTransaction {
 }  // namespace
 
 TermManager::TermManager()
-    : sorts_(arena_),
+    : arena_(Arena::Placement::reproducible),
+      sorts_(arena_),
       factory_(arena_),
       operators_(factory_, sorts_),
       numerals_(factory_, sorts_),

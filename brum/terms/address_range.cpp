@@ -1,0 +1,93 @@
+#include "brum/terms/address_range.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#if defined(__has_feature)
+#if __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer)
+#define BRUM_SANITIZER_LAYS_OUT_MEMORY
+#endif
+#elif defined(__SANITIZE_THREAD__)
+#define BRUM_SANITIZER_LAYS_OUT_MEMORY
+#endif
+
+#if defined(__linux__) && defined(__LP64__) && !defined(BRUM_SANITIZER_LAYS_OUT_MEMORY)
+#define BRUM_HAS_FIXED_ADDRESSES
+#include <sys/mman.h>
+#endif
+
+namespace brum {
+
+#ifdef BRUM_HAS_FIXED_ADDRESSES
+
+namespace {
+
+// Far from where Linux puts programs, heaps, libraries and stacks, and free under AddressSanitizer.
+constexpr std::uintptr_t first_place = std::uintptr_t{0x2000} << 32U;
+constexpr std::size_t range_bytes = std::size_t{1} << 36U;
+constexpr std::size_t num_places = 64;
+constexpr std::size_t smallest_step = std::size_t{1} << 16U;
+constexpr std::size_t largest_step = std::size_t{1} << 22U;
+
+/// Reserves a place; gives null when it is taken or cannot be had.
+std::byte* reserve(std::uintptr_t place) {
+  // The address is a number here, by design.
+  auto* wanted = reinterpret_cast<void*>(place);  // NOLINT(performance-no-int-to-ptr)
+  void* got = ::mmap(wanted, range_bytes, PROT_NONE,
+                     MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_FIXED_NOREPLACE, -1, 0);
+  if (got == MAP_FAILED) {
+    return nullptr;
+  }
+  if (got != wanted) {  // a kernel that takes the address for a hint
+    ::munmap(got, range_bytes);
+    return nullptr;
+  }
+  return static_cast<std::byte*>(got);
+}
+
+}  // namespace
+
+AddressRange::AddressRange() noexcept {
+  for (std::size_t place = 0; place < num_places && base_ == nullptr; ++place) {
+    base_ = reserve(first_place + place * range_bytes);
+  }
+}
+
+AddressRange::~AddressRange() {
+  if (base_ != nullptr) {
+    ::munmap(base_, range_bytes);
+  }
+}
+
+void* AddressRange::take(std::size_t bytes) noexcept {
+  if (base_ == nullptr || bytes > range_bytes - used_) {
+    return nullptr;
+  }
+  if (used_ + bytes > committed_) {
+    const std::size_t usual = std::clamp(committed_, smallest_step, largest_step);
+    const std::size_t missing =
+        (used_ + bytes - committed_ + smallest_step - 1) / smallest_step * smallest_step;
+    const std::size_t step = std::min(std::max(usual, missing), range_bytes - committed_);
+    if (::mprotect(base_ + committed_, step, PROT_READ | PROT_WRITE) != 0) {
+      return nullptr;
+    }
+    committed_ += step;
+  }
+  std::byte* result = base_ + used_;
+  used_ += bytes;
+  return result;
+}
+
+#else
+
+AddressRange::AddressRange() noexcept = default;
+
+AddressRange::~AddressRange() = default;
+
+void* AddressRange::take(std::size_t /*bytes*/) noexcept {
+  return nullptr;
+}
+
+#endif
+
+}  // namespace brum
