@@ -35,8 +35,10 @@ std::int64_t plain_gcd(std::int64_t a, std::int64_t b) noexcept {
   return a;
 }
 
-/** The gcd of two numbers, not both 0, none negative; fills the cache for every small pair that it
- * meets. */
+/**
+ * The gcd of two numbers, not both 0, none negative; fills the cache for every small pair that it
+ * meets.
+ */
 std::int64_t cached_gcd(std::int64_t a, std::int64_t b) noexcept {
   while (b != 0) {
     if (a <= largest_cached && b <= largest_cached) {

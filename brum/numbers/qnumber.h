@@ -61,8 +61,10 @@ class QNumber {
   /** The rational `num` / `den`. Throws Exception if `den` is 0. */
   QNumber(std::int64_t num, std::int64_t den);
 
-  /** The rational `num` / `den`: small if both, as given, fit in 32 bits. Throws Exception if `den`
-   * is 0. */
+  /**
+   * The rational `num` / `den`: small if both, as given, fit in 32 bits. Throws Exception if `den`
+   * is 0.
+   */
   QNumber(const mpz_class& num, const mpz_class& den);
 
   /** A copy in the same form. */

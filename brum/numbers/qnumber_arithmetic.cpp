@@ -7,7 +7,7 @@
 #include "brum/utils/exception.h"
 
 #include <limits>
-#include <memory>
+#include <utility>
 
 namespace brum {
 
@@ -30,6 +30,11 @@ bool fits_small(int128 value) noexcept {
 /** The same for an integer of any size. */
 bool fits_small(const mpz_class& value) noexcept {
   return value.fits_slong_p() && fits_small(int128{value.get_si()});
+}
+
+/** num / den; integers, the most frequent numbers, without the divisions of the normal form. */
+QNumber reduced(std::int64_t num, std::int64_t den) {
+  return den == 1 ? QNumber(num) : QNumber(num, den);
 }
 
 }  // namespace
@@ -132,7 +137,7 @@ QNumber QNumber::sum(const QNumber& a, const QNumber& b, bool subtract) {
     const int128 num = subtract ? left - right : left + right;
     const int128 den = wide_product(a.small_den, b.small_den);
     if (fits_small(num) && fits_small(den)) {
-      return QNumber(static_cast<std::int64_t>(num), static_cast<std::int64_t>(den));
+      return reduced(static_cast<std::int64_t>(num), static_cast<std::int64_t>(den));
     }
   }
   const Operand x(a);
@@ -162,7 +167,7 @@ QNumber operator*(const QNumber& a, const QNumber& b) {
     const int128 num = wide_product(a.small_num, b.small_num);
     const int128 den = wide_product(a.small_den, b.small_den);
     if (fits_small(num) && fits_small(den)) {
-      return QNumber(static_cast<std::int64_t>(num), static_cast<std::int64_t>(den));
+      return reduced(static_cast<std::int64_t>(num), static_cast<std::int64_t>(den));
     }
   }
   const QNumber::Operand x(a);
@@ -182,7 +187,7 @@ QNumber operator/(const QNumber& a, const QNumber& b) {
     const int128 num = wide_product(a.small_num, b.small_den);
     const int128 den = wide_product(a.small_den, b.small_num);
     if (fits_small(num) && fits_small(den)) {
-      return QNumber(static_cast<std::int64_t>(num), static_cast<std::int64_t>(den));
+      return reduced(static_cast<std::int64_t>(num), static_cast<std::int64_t>(den));
     }
   }
   const QNumber::Operand x(a);

@@ -13,6 +13,7 @@
 #include <ios>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <ostream>
 #include <utility>
 
@@ -105,8 +106,10 @@ Digits split(std::string_view text) {
   return digits;
 }
 
-/** Appends decimal digits to a value that is not negative; false when the result needs more than 63
- * bits. */
+/**
+ * Appends decimal digits to a value that is not negative; false when the result needs more than 63
+ * bits.
+ */
 bool append_digits(std::int64_t& value, std::string_view digits) noexcept {
   return std::all_of(digits.begin(), digits.end(), [&value](char digit) {
     return !__builtin_mul_overflow(value, 10, &value) &&
@@ -114,9 +117,29 @@ bool append_digits(std::int64_t& value, std::string_view digits) noexcept {
   });
 }
 
+/** Reads a text of at most 18 digits and nothing else: what nearly every number is. */
+std::optional<std::int64_t> short_integer(std::string_view text) noexcept {
+  const bool negative = text.starts_with('-');
+  text.remove_prefix(negative ? 1 : 0);
+  if (text.empty() || text.size() > 18) {
+    return std::nullopt;
+  }
+  std::int64_t value = 0;
+  for (const char c : text) {
+    if (c < '0' || c > '9') {
+      return std::nullopt;
+    }
+    value = value * 10 + (c - '0');
+  }
+  return negative ? -value : value;
+}
+
 }  // namespace
 
 QNumber QNumber::from_string(std::string_view text) {
+  if (const std::optional<std::int64_t> value = short_integer(text); value.has_value()) {
+    return QNumber(*value);
+  }
   const Digits digits = split(text);
 
   std::int64_t small_num = 0;

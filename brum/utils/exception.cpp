@@ -9,8 +9,10 @@ namespace brum {
 
 namespace {
 
-/** Where errors are reported as they are made, and the lock that keeps the reports of several
- * threads apart. */
+/**
+ * Where errors are reported as they are made, and the lock that keeps the reports of several
+ * threads apart.
+ */
 struct Diagnostics {
   std::mutex lock;
   std::ostream* stream = nullptr;

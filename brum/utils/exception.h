@@ -28,8 +28,10 @@ class Exception : public std::exception {
    */
   explicit Exception(const std::string& msg);
 
-  /** Copies the text without running the diagnostic hook. Without memory for the text, the copy's
-   * text is empty. */
+  /**
+   * Copies the text without running the diagnostic hook. Without memory for the text, the copy's
+   * text is empty.
+   */
   Exception(const Exception& other) noexcept;
 
   Exception& operator=(const Exception&) = delete;

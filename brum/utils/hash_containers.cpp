@@ -16,15 +16,19 @@ constexpr std::array<std::uint64_t, 28> primes = {
     674701,   1349473,   2699299,   5398891,   10798093,   21596719,   43193641,
     86387383, 172775299, 345550609, 691101253, 1382202559, 2764405229, 4294867387};
 
-/** Whether a table of `size` values is to grow. The quotient is taken in single precision, as the
- * limits rest on it. */
+/**
+ * Whether a table of `size` values is to grow. The quotient is taken in single precision, as the
+ * limits rest on it.
+ */
 bool load_exceeds_limit(std::uint64_t size, std::uint64_t count) {
   const float load = static_cast<float>(size) / static_cast<float>(count);
   return static_cast<double>(load) > 0.7;
 }
 
-/** The least size for which `load_exceeds_limit`, which is monotone in the size and holds at
- * `count`. */
+/**
+ * The least size for which `load_exceeds_limit`, which is monotone in the size and holds at
+ * `count`.
+ */
 std::uint64_t least_size_over_limit(std::uint64_t count) {
   std::uint64_t low = 0;
   std::uint64_t high = count;

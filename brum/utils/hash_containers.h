@@ -17,12 +17,16 @@
 
 namespace brum::hsh {
 
-/** The number of buckets of a table that asked for `n`: the first prime of a fixed list not below
- * `n`, else the last. */
+/**
+ * The number of buckets of a table that asked for `n`: the first prime of a fixed list not below
+ * `n`, else the last.
+ */
 std::size_t choose_bucket_count(std::size_t n);
 
-/** A number of buckets with what is computed from it once, so that neither look-up nor load check
- * divides. */
+/**
+ * A number of buckets with what is computed from it once, so that neither look-up nor load check
+ * divides.
+ */
 class BucketCount {
  public:
   /** No buckets at all; `growth_size` is 0, so that the first insertion asks for some. */
@@ -181,8 +185,10 @@ class Hashtable {
   iterator find(const Key& key) { return {find_node(key), this}; }
   const_iterator find(const Key& key) const { return {find_node(key), this}; }
 
-  /** Grows to at least `n` buckets; with that many already, does nothing. On std::bad_alloc see the
-   * class. */
+  /**
+   * Grows to at least `n` buckets; with that many already, does nothing. On std::bad_alloc see the
+   * class.
+   */
   void rehash(std::size_t n);
 
   /**
@@ -311,8 +317,10 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::rehash(std::size_t n) {
   }
 }
 
-/** Moves every node from the chains of `old_heads` to the head of its new chain, in order of
- * iteration. */
+/**
+ * Moves every node from the chains of `old_heads` to the head of its new chain, in order of
+ * iteration.
+ */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(std::vector<Bucket*>& old_heads) {
   for (Bucket*& head : old_heads) {
@@ -326,8 +334,9 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(std::vector<Bucket*>& old_h
   }
 }
 
-/** Destroys every value of these chains, gives the nodes back to the pool and leaves the heads
- * null. */
+/**
+ * Destroys every value of these chains, gives the nodes back to the pool and leaves the heads null.
+ */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(std::vector<Bucket*>& heads) noexcept {
   for (Bucket*& head : heads) {

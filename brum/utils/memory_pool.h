@@ -71,8 +71,10 @@ class MemoryPool {
    */
   void* grow_pool();
 
-  /** Takes a block off the free list, growing the pool if there is none. Throws what `grow_pool`
-   * throws. */
+  /**
+   * Takes a block off the free list, growing the pool if there is none. Throws what `grow_pool`
+   * throws.
+   */
   void* take_block() {
     if (free_list == nullptr) {
       free_list = grow_pool();
@@ -85,8 +87,10 @@ class MemoryPool {
     return block;
   }
 
-  /** Puts `block`, which came from this pool and holds no object any more, at the head of the free
-   * list. */
+  /**
+   * Puts `block`, which came from this pool and holds no object any more, at the head of the free
+   * list.
+   */
   void give_back(void* block) noexcept {
     set_link(block, free_list);
     free_list = block;
@@ -95,8 +99,10 @@ class MemoryPool {
 #endif
   }
 
-  /** Frees every chunk. The pool is empty afterwards and may be used again; its growth settings
-   * stay. */
+  /**
+   * Frees every chunk. The pool is empty afterwards and may be used again; its growth settings
+   * stay.
+   */
   void release() noexcept {
     while (chunk_list != nullptr) {
       void* const chunk = chunk_list;
