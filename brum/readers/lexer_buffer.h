@@ -1,0 +1,123 @@
+#ifndef BRUM_READERS_LEXER_BUFFER_H
+#define BRUM_READERS_LEXER_BUFFER_H
+
+#include <array>
+#include <cstddef>
+#include <istream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "brum/readers/read_error.h"
+#include "brum/readers/token.h"
+
+namespace brum {
+
+/// What the lexers of both versions of SMT-LIB share: the text, read from its stream block by
+/// block, the place in it, and the token that was cut out last.
+///
+/// Memory is one buffer, which grows only for a token that is longer than it.
+class LexerBuffer {
+ public:
+  /// Reads from `in`, which must outlive the lexer; `file_name` is for error messages.
+  LexerBuffer(std::istream& in, std::string file_name, std::size_t buffer_bytes);
+
+  /// The token that next() of the lexer gave last.
+  const Token& token() const { return token_; }
+
+  /// Makes the next call of next() give the same token again.
+  void push_back() { pushed_back_ = true; }
+
+  /// Throws a ReadError at a place in this input.
+  [[noreturn]] void error(TextPosition position, const std::string& message) const;
+
+  /// Throws a ReadError at the last token: `found TOKEN, expected EXPECTED`.
+  [[noreturn]] void error_expected(const std::string& expected) const;
+
+ protected:
+  /// For each byte, by its unsigned value, the classes that it is in, as bits. NUL is in none, so
+  /// that every run ends at the NUL behind the text in the buffer.
+  using ByteClasses = std::array<unsigned char, 256>;
+
+  /// The byte at the cursor; NUL at the end of the text in the buffer.
+  char current() const { return buffer_[cursor_]; }
+
+  /// Whether the cursor stands at the end of the text in the buffer.
+  bool at_end_of_buffer() const { return cursor_ == filled_; }
+
+  /// Moves the cursor over a byte, which must not be a line feed.
+  void advance() { ++cursor_; }
+  void advance_over_line_feed() {
+    ++line_;
+    ++cursor_;
+    offset_of_line_ = offset_of_buffer_ + cursor_;
+  }
+
+  /// Moves the cursor behind the longest run of bytes of some of these classes.
+  template <const ByteClasses& classes_of_bytes>
+  void scan_run(unsigned char classes) {
+    do {
+      const char* p = buffer_.data() + cursor_;
+      while ((classes_of_bytes[static_cast<unsigned char>(*p)] & classes) != 0)
+        ++p;
+      cursor_ = static_cast<std::size_t>(p - buffer_.data());
+    } while (cursor_ == filled_ && refill());
+  }
+
+  /// Moves the cursor over blanks, line ends and comments from `;` to the end of a line.
+  void skip_blanks_and_comments();
+
+  /// Begins a token at the cursor.
+  void begin_token() {
+    token_start_ = cursor_;
+    token_.quoted = false;
+    token_.position = position_of_cursor();
+  }
+
+  /// Ends the token at the cursor; its text is what remains between `skip_front` bytes at its
+  /// beginning and `skip_back` at its end.
+  void finish(TokenKind kind, std::size_t skip_front, std::size_t skip_back) {
+    const std::string_view raw(buffer_.data() + token_start_, cursor_ - token_start_);
+    token_.kind = kind;
+    token_.raw = raw;
+    token_.text = raw.substr(skip_front, raw.size() - skip_front - skip_back);
+  }
+
+  /// The number of bytes from the beginning of the token to the cursor, and the first of them.
+  std::size_t token_bytes() const { return cursor_ - token_start_; }
+  char first_byte() const { return buffer_[token_start_]; }
+
+  /// Whether a byte is there at the cursor, read from the stream if need be. Bytes from the
+  /// beginning of the token on are kept.
+  bool available() { return cursor_ < filled_ || refill(); }
+
+  /// Throw a ReadError at the cursor, or for the token that ends there.
+  [[noreturn]] void error_here(const std::string& message) const;
+  [[noreturn]] void error_at_byte() const;
+  [[noreturn]] void error_malformed(const std::string& expected);
+
+  Token token_;
+  bool pushed_back_ = false;
+
+ private:
+  void skip_comment();
+  bool refill();
+  TextPosition position_of_cursor() const {
+    return {line_, offset_of_buffer_ + cursor_ - offset_of_line_ + 1};
+  }
+
+  std::istream& in_;
+  std::string file_name_;
+  std::vector<char> buffer_;  // one byte longer than what may be filled, for a NUL behind the text
+  std::size_t filled_ = 0;
+  std::size_t cursor_ = 0;
+  std::size_t token_start_ = 0;
+  std::size_t offset_of_buffer_ = 0;  // bytes of the input before buffer_[0]
+  std::size_t offset_of_line_ = 0;    // bytes of the input before the line of the cursor
+  std::size_t line_ = 1;
+  bool at_end_ = false;
+};
+
+}  // namespace brum
+
+#endif  // BRUM_READERS_LEXER_BUFFER_H
