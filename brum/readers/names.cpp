@@ -1,5 +1,6 @@
 #include "brum/readers/names.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <new>
@@ -72,19 +73,25 @@ NameTable::NameTable() {
 }
 
 Name& NameTable::get(std::string_view text) {
-  if (const auto found = names_.find(text); found != names_.end())
-    return *found->second;
-  const std::string_view kept = arena_.copy(text);
-  Name* name = new (arena_.allocate(sizeof(Name))) Name;
-  name->text = kept;
-  names_[kept] = name;
+  NameText sought{text};
+  const std::uint64_t hash = hsh::hash_bytes(text);
+  if (const auto found = names_.find({hash, &sought}); found != names_.end()) {
+    return static_cast<Name&>(*found->name);
+  }
+  void* place = arena_.allocate(sizeof(Name) + text.size());
+  Name* name = new (place) Name;
+  char* kept = static_cast<char*>(place) + sizeof(Name);
+  std::copy(text.begin(), text.end(), kept);
+  name->text = {kept, text.size()};
+  names_.insert({hash, name});
   return *name;
 }
 
 std::uint32_t NameTable::new_mark() {
   if (last_mark_ == std::numeric_limits<std::uint32_t>::max()) {
-    for (auto& entry : names_)
-      entry.second->mark = 0;
+    for (const Key& key : names_) {
+      static_cast<Name*>(key.name)->mark = 0;
+    }
     last_mark_ = 0;
   }
   return ++last_mark_;

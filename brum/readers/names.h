@@ -70,10 +70,14 @@ enum class ReservedWord : std::uint8_t {
   other,  // par, BINARY, …, and the names of commands
 };
 
+/// What the table of names compares.
+struct NameText {
+  std::string_view text;
+};
+
 /// A name that occurred in the input, or an operator's or a reserved word. Its address is its
 /// identity: it stays the same as long as the table lives.
-struct Name {
-  std::string_view text;
+struct Name : NameText {
   const Operator* theory_operator = nullptr;
   Binding binding;
   std::uint32_t mark = 0;  // for finding doubles, see NameTable::new_mark()
@@ -82,7 +86,8 @@ struct Name {
   bool is_free() const { return theory_operator == nullptr && binding.kind == BindingKind::none; }
 };
 
-/// Keeps every name once. Looking up a name costs one probe of a hash table.
+/// Keeps every name once. Looking up a name costs one probe of a hash table. A name's bytes lie
+/// right behind it, and its hash in the table, so that a probe touches little memory.
 class NameTable {
  public:
   /// Fills in the reserved words and the theories' operators.
@@ -95,8 +100,21 @@ class NameTable {
   std::uint32_t new_mark();
 
  private:
+  struct Key {
+    std::uint64_t hash;
+    NameText* name;  // a Name, but for what is looked up
+  };
+  struct HashKey {
+    std::uint64_t operator()(const Key& key) const { return key.hash; }
+  };
+  struct EqualKeys {
+    bool operator()(const Key& a, const Key& b) const {
+      return a.hash == b.hash && a.name->text == b.name->text;
+    }
+  };
+
   Arena arena_;
-  hsh::HashMap<std::string_view, Name*> names_;
+  hsh::HashSet<Key, HashKey, EqualKeys> names_;
   std::uint32_t last_mark_ = 0;
 };
 
