@@ -64,6 +64,9 @@ void add_options(CLI::App& app, CommandLine& line) {
   app.add_option("--query", line.query,
                  "Write what is in force at the N-th check-sat; the first when not given")
       ->check(CLI::PositiveNumber);
+  app.add_option("--introduced", line.introduced,
+                 "File for SMT-LIB 2 definitions of the symbols that reading made up, for division "
+                 "by what\nis no number and the like");
   app.add_flag("--stats", line.stats, "Print sizes, times and memory on standard error");
   app.set_version_flag("--version", "brumlin " BRUM_VERSION);
 }

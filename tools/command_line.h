@@ -32,6 +32,7 @@ struct CommandLine {
   std::optional<std::string> status;  // instead of the input's
   std::optional<std::string> label;   // prefix of labels instead of `.def_`
   std::optional<std::size_t> query;   // the check-sat to write, counted from 1
+  std::string introduced;             // a path for what made-up symbols mean, empty for nowhere
   bool stats = false;
 
   /// The input's name in messages.

@@ -10,6 +10,7 @@
 #include "brum/readers/smtlib2_reader.h"
 #include "command_line.h"
 #include "documents.h"
+#include "introduced.h"
 #include "output.h"
 #include "statistics.h"
 #include "warnings.h"
@@ -46,7 +47,13 @@ void convert(const CommandLine& line) {
   read_input(line, manager, script);
   statistics.seconds_reading = reading.seconds();
   const brum::tools::Stopwatch printing;
-  brum::tools::write_document({line, script, manager, warnings, statistics}, output.stream());
+  const brum::tools::DocumentSource source{line, script, manager, warnings, statistics};
+  brum::tools::write_document(source, output.stream());
+  if (!line.introduced.empty()) {
+    brum::tools::Output definitions(line.introduced);
+    brum::tools::write_introduced(source, definitions.stream());
+    definitions.commit();
+  }
   statistics.bytes = output.commit();
   statistics.seconds_printing = printing.seconds();
   if (line.stats) {
