@@ -69,22 +69,6 @@ Name& SmtLib2TermParser::read_name(const std::string& expected) {
   return name;
 }
 
-SmtLib2TermParser::Frame SmtLib2TermParser::new_frame(Frame::Kind kind,
-                                                      TextPosition position) const {
-  Frame frame;
-  frame.kind = kind;
-  frame.first_value = values_.size();
-  frame.first_index = indices_.size();
-  frame.position = position;
-  return frame;
-}
-
-void SmtLib2TermParser::find_in_signature(Name& name) const {
-  const Symbol* symbol = c_.builder.manager().get_signature()->get_symbol(name.text);
-  if (symbol != nullptr)
-    name.binding = Binding::to_function(symbol);
-}
-
 /// Gives what a symbol without brackets denotes.
 Value SmtLib2TermParser::symbol(const Token& token) {
   Name& name = c_.names.get(token.text);

@@ -1,0 +1,173 @@
+#include "brum/readers/term_stack.h"
+
+#include <algorithm>
+#include <string>
+
+namespace brum {
+
+void TermStack::clear() {
+  frames_.clear();
+  values_.clear();
+  numbers_.clear();
+  indices_.clear();
+}
+
+TermStack::Frame TermStack::new_frame(Frame::Kind kind, TextPosition position) const {
+  Frame frame;
+  frame.kind = kind;
+  frame.first_value = values_.size();
+  frame.first_index = indices_.size();
+  frame.position = position;
+  return frame;
+}
+
+void TermStack::find_in_signature(Name& name) const {
+  const Symbol* symbol = builder_.manager().get_signature()->get_symbol(name.text);
+  if (symbol != nullptr)
+    name.binding = Binding::to_function(symbol);
+}
+
+// Numbers in their spellings.
+
+/// Whether a number read now may be part of the spelling of another number. No term is made of it
+/// then, so that reading `(- 3)` or `(/ 1 3)` makes one term and not two or three.
+bool TermStack::waits_for_number() const {
+  if (frames_.empty() || frames_.back().kind != Frame::Kind::operation) {
+    return false;
+  }
+  const Operator::Role role = frames_.back().op->role;
+  return role == Operator::Role::minus || role == Operator::Role::division;
+}
+
+void TermStack::push_literal(const Token& token) {
+  const bool is_number = token.kind == TokenKind::numeral || token.kind == TokenKind::decimal;
+  if (is_number && waits_for_number()) {
+    push_number(literals_.number(token));
+  } else {
+    values_.push_back(literals_.get(token));
+  }
+}
+
+void TermStack::push_number(const Number& number) {
+  if (waits_for_number()) {
+    values_.push_back({nullptr, false});
+    numbers_.push_back(number);
+  } else {
+    values_.push_back(literals_.get(number));
+  }
+}
+
+bool TermStack::fold_numbers() {
+  if (!waits_for_number()) {
+    return false;
+  }
+  const bool is_minus = frames_.back().op->role == Operator::Role::minus;
+  const std::size_t count = is_minus ? 1 : 2;
+  const std::size_t first = frames_.back().first_value;
+  if (values_.size() - first != count) {
+    return false;
+  }
+  for (std::size_t i = first; i < values_.size(); ++i) {
+    if (values_[i].term != nullptr) {
+      return false;
+    }
+  }
+  Number number = numbers_.back();
+  if (is_minus) {
+    number.value = -number.value;
+  } else if (number.value.sign() == 0) {
+    return false;
+  } else {
+    number = {numbers_[numbers_.size() - 2].value / number.value, true};
+  }
+  numbers_.resize(numbers_.size() - count);
+  values_.resize(first);
+  frames_.pop_back();
+  push_number(number);
+  return true;
+}
+
+const Term* TermStack::top_term() {
+  if (values_.back().term == nullptr) {
+    values_.back() = literals_.get(numbers_.back());
+    numbers_.pop_back();
+  }
+  return values_.back().term;
+}
+
+// Finished applications.
+
+bool TermStack::end_divisors_difference() {
+  if (frames_.size() < 2)
+    return false;
+  const Frame& frame = frames_.back();
+  Frame& outer = frames_[frames_.size() - 2];
+  const bool is_one =
+      frame.kind == Frame::Kind::operation && frame.op->role == Operator::Role::minus &&
+      values_.size() - frame.first_value == 2 && outer.kind == Frame::Kind::operation &&
+      outer.op->role == Operator::Role::divisible && outer.first_value == frame.first_value;
+  if (is_one) {
+    outer.is_difference = true;
+    frames_.pop_back();
+  }
+  return is_one;
+}
+
+std::span<Value> TermStack::arguments() {
+  const std::span<Value> arguments = std::span(values_).subspan(frames_.back().first_value);
+  const auto is_number = [](const Value& value) { return value.term == nullptr; };
+  const auto count = static_cast<std::size_t>(std::ranges::count_if(arguments, is_number));
+  std::size_t next = numbers_.size() - count;
+  for (Value& argument : arguments) {
+    if (is_number(argument)) {
+      argument = literals_.get(numbers_[next++]);
+    }
+  }
+  numbers_.resize(numbers_.size() - count);
+  return arguments;
+}
+
+Value TermStack::build(const Frame& frame, std::span<Value> arguments) {
+  if (frame.kind == Frame::Kind::function) {
+    return apply_function(frame.function, arguments);
+  }
+  const bool is_pair = frame.op->role == Operator::Role::divisible && arguments.size() == 2;
+  if (is_pair && !frame.is_difference) {
+    throw TermManager::error("found 2 arguments of divisible, expected 1");
+  }
+  return apply_operator(builder_, *frame.op, std::span(indices_).subspan(frame.first_index),
+                        arguments);
+}
+
+Value TermStack::apply_function(const Symbol* function, std::span<const Value> arguments) {
+  if (arguments.size() != function->arity) {
+    throw TermManager::error("found " + std::to_string(arguments.size()) +
+                             (arguments.size() == 1 ? " argument of " : " arguments of ") +
+                             function->name + ", expected " + std::to_string(function->arity));
+  }
+  children_.clear();
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const DataType* expected = function->type->get_component(i + 1);
+    const DataType* found = builder_.sort_of(arguments[i]);
+    const bool fits = found == expected || (expected == builder_.manager().get_real_type() &&
+                                            found == builder_.manager().get_int_type());
+    if (!fits) {
+      throw TermManager::error("found " + found->to_str() + " as argument " +
+                               std::to_string(i + 1) + " of " + function->name + ", expected " +
+                               expected->to_str());
+    }
+    children_.push_back(arguments[i].term);
+  }
+  return {builder_.manager().make_term(function, children_), false};
+}
+
+void TermStack::end_application(Value value) {
+  const Frame& frame = frames_.back();
+  values_.resize(frame.first_value);
+  if (frame.kind == Frame::Kind::operation)
+    indices_.resize(frame.first_index);
+  frames_.pop_back();
+  values_.push_back(value);
+}
+
+}  // namespace brum
