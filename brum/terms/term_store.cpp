@@ -28,6 +28,11 @@ std::uint64_t hash_of(const Symbol* symbol, std::span<const Term* const> argumen
   return hash;
 }
 
+/// What the table keeps of a hash: 7 bits that do not choose the slot, and a bit that is never 0.
+std::uint8_t mark_of(std::uint64_t hash) {
+  return static_cast<std::uint8_t>(0x80U | hash >> 57U);
+}
+
 bool is_application(const Term* term, const Symbol* symbol,
                     std::span<const Term* const> arguments) {
   return term->symbol == symbol &&
@@ -46,23 +51,32 @@ std::size_t TermStore::bytes_of(std::size_t arity) {
   return sizeof(std::uint64_t) + sizeof(Term) + arity * sizeof(const Term*);
 }
 
-std::size_t TermStore::find_slot(const Symbol* symbol,
-                                 std::span<const Term* const> arguments) const {
+TermStore::Slot TermStore::find_slot(const Symbol* symbol,
+                                     std::span<const Term* const> arguments) const {
   const std::size_t mask = slots_.size() - 1;
-  std::size_t slot = hash_of(symbol, arguments) & mask;
-  while (slots_[slot] != nullptr && !is_application(slots_[slot], symbol, arguments)) {
+  const std::uint64_t hash = hash_of(symbol, arguments);
+  const std::uint8_t mark = mark_of(hash);
+  std::size_t slot = hash & mask;
+  while (marks_[slot] != 0 &&
+         (marks_[slot] != mark || !is_application(slots_[slot], symbol, arguments))) {
     slot = (slot + 1) & mask;
   }
-  return slot;
+  return {slot, mark};
 }
 
-std::size_t TermStore::first_empty_slot(const Term* term) const {
+TermStore::Slot TermStore::first_empty_slot(const Term* term) const {
   const std::size_t mask = slots_.size() - 1;
-  std::size_t slot = hash_of(term->symbol, term->arguments()) & mask;
-  while (slots_[slot] != nullptr) {
+  const std::uint64_t hash = hash_of(term->symbol, term->arguments());
+  std::size_t slot = hash & mask;
+  while (marks_[slot] != 0) {
     slot = (slot + 1) & mask;
   }
-  return slot;
+  return {slot, mark_of(hash)};
+}
+
+void TermStore::fill(Slot slot, const Term* term) noexcept {
+  slots_[slot.index] = term;
+  marks_[slot.index] = slot.mark;
 }
 
 void TermStore::empty_slot_of(const Term* term) noexcept {
@@ -72,22 +86,27 @@ void TermStore::empty_slot_of(const Term* term) noexcept {
     slot = (slot + 1) & mask;
   }
   slots_[slot] = nullptr;
+  marks_[slot] = 0;
 }
 
 void TermStore::make_room_in_table() {
   if ((size_ + 1) * 4 <= slots_.size() * 3) {
     return;
   }
-  std::vector<const Term*> old(std::max(smallest_table, slots_.size() * 2));
-  old.swap(slots_);
-  old = {};
+  const std::size_t new_size = std::max(smallest_table, slots_.size() * 2);
+  std::vector<const Term*> old_slots(new_size);
+  std::vector<std::uint8_t> old_marks(new_size);
+  old_slots.swap(slots_);
+  old_marks.swap(marks_);
+  old_slots = {};
+  old_marks = {};
   // Terms go in again in the order of their ids: memory is read from front to back, and no term is
   // placed behind one that was made later, on which roll_back relies.
   for (const Chunk& chunk : chunks_) {
     for (std::size_t offset = 0; offset < chunk.used;) {
       const auto* term =
           reinterpret_cast<const Term*>(chunk.bytes.get() + offset + sizeof(std::uint64_t));
-      slots_[first_empty_slot(term)] = term;
+      fill(first_empty_slot(term), term);
       offset += bytes_of(term->symbol->arity);
     }
   }
@@ -107,9 +126,9 @@ TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
 
 const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> arguments) {
   make_room_in_table();
-  const std::size_t slot = find_slot(symbol, arguments);
-  if (slots_[slot] != nullptr) {
-    return slots_[slot];
+  const Slot slot = find_slot(symbol, arguments);
+  if (slots_[slot.index] != nullptr) {
+    return slots_[slot.index];
   }
   const std::size_t bytes = bytes_of(arguments.size());
   Chunk& chunk = chunk_with_room(bytes);
@@ -121,7 +140,7 @@ const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> 
     ++*count_of_uses(argument);
   }
   chunk.used += bytes;
-  slots_[slot] = term;
+  fill(slot, term);
   ++size_;
   return term;
 }
