@@ -1,4 +1,5 @@
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "brum/printers/smtlib_term_printer.h"
@@ -119,11 +120,12 @@ std::string SmtLibTermPrinter::v2_sort_text(const DataType* sort, bool trust_kep
       open.push_back({next, text.size(), 0});
       text += "(Array";
     } else {
-      std::string& name = type_names[next];
+      std::string name;
       if (std::size_t width = 0; TermManager::is_bv_type(next, &width)) {
         name = concat({"(_ BitVec ", std::to_string(width), ")"});
       }
       text += name;
+      type_names[next] = std::move(name);
     }
     while (!open.empty() && open.back().written == 2) {
       text += ')';
@@ -186,8 +188,10 @@ void SmtLibTermPrinter::print_symbol_declaration(std::ostream& out, const Symbol
   write(to_smtlib(symbol));
   if (v1_format) {
     if (symbol->type != mgr->get_bool_type()) {
+      // Where the sort is refused, the opening and the name are all that was written.
+      const std::string sort = to_smtlib(symbol->type);
       write(" ");
-      write(to_smtlib(symbol->type));
+      write(sort);
     }
     write("))\n");
     return;

@@ -75,8 +75,10 @@ TermTextWalk::Argument TermTextWalk::write_inline(const Term* term, std::size_t 
     text = std::move(label);
     return {&text, 0, false};
   }
+  // Made before its place in the map: where memory ends, the map holds no term without its text.
+  std::string inline_text(written);
   std::string& text = defs_[term];
-  text = written;
+  text = std::move(inline_text);
   return {&text, levels, compound};
 }
 

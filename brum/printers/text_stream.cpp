@@ -39,6 +39,9 @@ TextBuffer::int_type TextBuffer::overflow(int_type byte) {
 }
 
 std::streamsize TextBuffer::xsputn(const char* bytes, std::streamsize count) {
+  if (count <= 0) {
+    return 0;  // there may be no memory yet, and nothing may be copied to null, not even no bytes
+  }
   const auto length = static_cast<std::size_t>(count);
   make_room(length);
   std::memcpy(pptr(), bytes, length);
