@@ -78,6 +78,9 @@ const Term* make_random_dag(TermManager& mgr, std::size_t size, unsigned seed) {
     };
     const std::size_t used_roots =
         (is_root(near) ? 1U : 0U) + (is_root(any) && any != near ? 1U : 0U);
+    if (used_roots == 0 && compounds + roots == size) {
+      continue;  // would be one term too many in the end
+    }
     const std::size_t before = mgr.num_terms();
     const Term* term = random() % 2 == 0 ? mgr.make_plus(near, any) : mgr.make_plus(any, near);
     if (mgr.num_terms() == before) {

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "brum/terms/term_manager.h"
-#include "tests/support/sanitizers.h"
+#include "tests/support/build_kind.h"
 #include "tests/support/small_stack.h"
 
 namespace brum {

@@ -12,9 +12,9 @@
 
 #include "brum/terms/term_manager.h"
 #include "brum/terms/term_walk.h"
+#include "tests/support/build_kind.h"
 #include "tests/support/failing_memory.h"
 #include "tests/support/formulas.h"
-#include "tests/support/sanitizers.h"
 #include "tests/support/small_stack.h"
 
 namespace brum {
