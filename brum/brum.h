@@ -9,6 +9,7 @@
 #include "brum/printers/smtlib2_term_printer.h"
 #include "brum/printers/smtlib_term_printer.h"
 #include "brum/printers/term_printer.h"
+#include "brum/readers/smtlib1_reader.h"
 #include "brum/readers/smtlib2_reader.h"
 #include "brum/terms/term.h"
 #include "brum/terms/term_manager.h"

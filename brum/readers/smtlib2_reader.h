@@ -2,34 +2,14 @@
 #define BRUM_READERS_SMTLIB2_READER_H
 
 #include <istream>
-#include <string>
 
 #include "brum/readers/read_error.h"
+#include "brum/readers/reader_options.h"
 #include "brum/readers/script.h"
 #include "brum/readers/script_handler.h"
 #include "brum/terms/term_manager.h"
-#include "brum/utils/hash_containers.h"
 
 namespace brum {
-
-/// How a script is read.
-struct ReaderOptions {
-  /// The file in error messages.
-  std::string file_name = "input";
-
-  /// Sorts that `declare-sort` gives by name, instead of the uninterpreted sort of that name, so
-  /// that a printer's invented names stand for the sorts that were printed. May be null; must
-  /// outlive the reader.
-  const hsh::HashMap<std::string, const DataType*>* sorts = nullptr;
-
-  /// Lets names that are not declared in the text stand for the manager's symbols, for texts
-  /// without declarations: single terms and API traces.
-  bool use_signature = false;
-
-  /// The logic until the text sets one. It says whether a numeral is an Int or, in a purely real
-  /// logic, a Real.
-  std::string logic;
-};
 
 /// Reads scripts of SMT-LIB 2.6 into a term manager.
 ///
