@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -20,17 +19,22 @@ std::string reason() {
   return std::generic_category().message(errno);
 }
 
-/// The file behind a chain of links, so that a link stays a link.
-std::string resolved(const std::string& path) {
-  std::error_code ignored;
-  const auto target = std::filesystem::weakly_canonical(path, ignored);
-  return ignored ? path : target.string();
+[[noreturn]] void error_writing(const std::string& path, const std::string& why) {
+  throw IoError("cannot write " + path + ": " + why);
 }
 
-/// Devices and pipes are written in place: there is nothing to move.
-bool is_regular_or_new(const std::string& path) {
-  struct stat facts {};
-  return ::stat(path.c_str(), &facts) != 0 || S_ISREG(facts.st_mode);
+/// The file behind a chain of links, so that a link stays a link. The file need not exist.
+std::filesystem::path behind_links(const std::string& path) {
+  constexpr int most_links = 40;
+  std::filesystem::path place = path;
+  std::error_code failure;
+  for (int links = 0; std::filesystem::is_symlink(place, failure); ++links) {
+    if (links == most_links) {
+      error_writing(path, std::generic_category().message(ELOOP));
+    }
+    place = place.parent_path() / std::filesystem::read_symlink(place, failure);
+  }
+  return place;
 }
 
 }  // namespace
@@ -39,29 +43,34 @@ Output::Output(std::string path) : path_(std::move(path)) {
   if (!is_file()) {
     return;
   }
-  if (std::filesystem::is_directory(path_)) {
-    throw IoError("cannot write " + path_ + ": it is a folder");
+  struct stat old {};
+  const bool exists = ::stat(path_.c_str(), &old) == 0;
+  if (!exists && errno != ENOENT) {
+    error_writing(path_, reason());
   }
-  if (!is_regular_or_new(path_)) {
+  if (exists && S_ISDIR(old.st_mode)) {
+    error_writing(path_, "it is a folder");
+  }
+  if (exists && !S_ISREG(old.st_mode)) {
+    // Devices and pipes are written in place: there is nothing to move.
     file_.open(path_, std::ios::binary);
     if (!file_) {
-      throw IoError("cannot write " + path_ + ": " + reason());
+      error_writing(path_, reason());
     }
     return;
   }
-  path_ = resolved(path_);
-  std::string name = path_ + ".XXXXXX";
+  const std::filesystem::path place = behind_links(path_);
+  path_ = place.string();
+  std::string name = (place.parent_path() / ".brumlin-XXXXXX").string();
   const int descriptor = ::mkstemp(name.data());
   if (descriptor < 0) {
-    throw IoError("cannot write " + path_ + ": " + reason());
+    error_writing(path_, reason());
   }
   temporary_ = name;
   // mkstemp makes files that only their owner reads; a new file gets the usual permissions, a
   // replaced one keeps its own.
-  struct stat old {};
   const mode_t mask = ::umask(0);
   ::umask(mask);
-  const bool exists = ::stat(path_.c_str(), &old) == 0;
   const mode_t permissions = exists ? (old.st_mode & 07777U) : (0666U & ~mask);
   const bool ready = ::fchmod(descriptor, permissions) == 0;
   ::close(descriptor);
@@ -69,7 +78,7 @@ Output::Output(std::string path) : path_(std::move(path)) {
   if (!ready || !file_) {
     const std::string why = reason();
     ::unlink(temporary_.c_str());
-    throw IoError("cannot write " + path_ + ": " + why);
+    error_writing(path_, why);
   }
 }
 
@@ -99,11 +108,11 @@ std::size_t Output::commit() {
   errno = 0;
   file_.close();
   if (!file_ || size < 0) {
-    throw IoError("cannot write " + path_ + ": " + (errno == 0 ? "the write failed" : reason()));
+    error_writing(path_, errno == 0 ? "the write failed" : reason());
   }
   if (!temporary_.empty()) {
     if (std::rename(temporary_.c_str(), path_.c_str()) != 0) {
-      throw IoError("cannot write " + path_ + ": " + reason());
+      error_writing(path_, reason());
     }
     temporary_.clear();
   }
