@@ -6,6 +6,7 @@
 
 #include "brum/printers/check_names.h"
 #include "brum/printers/smtlib_identifiers.h"
+#include "brum/utils/concat.h"
 
 namespace brum::tools {
 
@@ -30,12 +31,6 @@ std::string_view objection(std::string_view keyword, std::string_view value) {
   return value.front() == '(' ? "solvers want a plain value" : "";
 }
 
-/// The text of a symbol without its bars.
-std::string_view symbol_name(std::string_view text) {
-  const bool quoted = text.size() >= 2 && text.front() == '|' && text.back() == '|';
-  return quoted ? text.substr(1, text.size() - 2) : text;
-}
-
 }  // namespace
 
 FreeNames::FreeNames(const hsh::HashSet<const Symbol*>& taken) {
@@ -44,6 +39,11 @@ FreeNames::FreeNames(const hsh::HashSet<const Symbol*>& taken) {
       taken_.insert(std::string(symbol->name_view()));
     }
   }
+}
+
+std::string_view symbol_name(std::string_view text) {
+  const bool quoted = text.size() >= 2 && text.front() == '|' && text.back() == '|';
+  return quoted ? text.substr(1, text.size() - 2) : text;
 }
 
 std::string name_as_symbol(const std::string& name) {
@@ -73,8 +73,8 @@ AnnotationMap& keep_attributes(const Script& script,
       if (why.empty()) {
         kept[term].emplace_back(keyword, value);
       } else {
-        warnings.warn("attribute :" + keyword + (value.empty() ? "" : " " + value) +
-                      " is left out: " + why);
+        const char* blank = value.empty() ? "" : " ";
+        warnings.warn(concat({"attribute :", keyword, blank, value, " is left out: ", why}));
       }
     }
   }

@@ -3,7 +3,7 @@
 
 #include <functional>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "brum/readers/script.h"
 #include "brum/terms/annotation_map.h"
@@ -24,7 +24,10 @@ class FreeNames {
   hsh::HashSet<std::string> taken_;
 };
 
-/// Gives the value of `:named` for a name: the symbol with bars where it needs them.
+/// Gives the name that a symbol of SMT-LIB 2.6 stands for: its text without bars.
+std::string_view symbol_name(std::string_view text);
+
+/// Gives the symbol of SMT-LIB 2.6 for a name: with bars where it needs them.
 std::string name_as_symbol(const std::string& name);
 
 /// Gives the attributes of the script's terms that solvers accept where the terms are printed:

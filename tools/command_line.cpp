@@ -1,30 +1,38 @@
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>
-#include <algorithm>
+#include <cerrno>
 #include <iostream>
 #include <map>
 #include <string_view>
+#include <system_error>
+
+#include "brum/printers/smtlib_identifiers.h"
 
 namespace brum::tools {
 
 namespace {
 
-/// Checks that a prefix makes labels that need no bars in SMT-LIB 2.6; gives what is wrong.
-std::string check_label_prefix(const std::string& prefix) {
-  constexpr std::string_view letters_and_digits =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789";
+// Each check gives what is wrong with a word, empty if nothing is.
+
+/// Checks that a word needs no bars as a symbol of SMT-LIB 2.6, so that a prefix makes labels that
+/// need none.
+std::string check_plain_symbol(const std::string& word) {
+  const bool plain = !word.empty() && is_simple_symbol(word);
+  return plain ? "" : "'" + word + "' is not a plain SMT-LIB 2 symbol";
+}
+
+/// Checks a word that is written into the header; an empty one leaves its line out.
+std::string check_header_word(const std::string& word) {
+  return word.empty() ? "" : check_plain_symbol(word);
+}
+
+/// Checks that a word is a number from 1 on, in plain decimal.
+std::string check_ordinal(const std::string& word) {
   constexpr std::string_view digits = "0123456789";
-  constexpr std::string_view punctuation = "~!@$%^&*_-+=<>.?/";
-  const bool simple = std::all_of(prefix.begin(), prefix.end(), [&](char byte) {
-    return letters_and_digits.find(byte) != std::string_view::npos ||
-           punctuation.find(byte) != std::string_view::npos;
-  });
-  if (prefix.empty() || !simple || digits.find(prefix.front()) != std::string_view::npos) {
-    return "'" + prefix + "' is not a plain SMT-LIB 2 symbol";
-  }
-  // A sign or a dot before digits is a symbol in SMT-LIB, but some solvers read a number.
-  return "";
+  const bool is_ordinal =
+      !word.empty() && word.front() != '0' && word.find_first_not_of(digits) == std::string::npos;
+  return is_ordinal ? "" : "'" + word + "' is not a number from 1 on";
 }
 
 void add_options(CLI::App& app, CommandLine& line) {
@@ -52,18 +60,20 @@ void add_options(CLI::App& app, CommandLine& line) {
       ->check(one_of(forms, "v1|v2|define-fun|terms|trace"));
   app.add_option("-o,--output", line.output,
                  "File to write, whole or not at all; standard output when not given");
-  app.add_option("--logic", line.logic, "Logic to state instead of the input's");
-  app.add_option("--status", line.status, "Status to state instead of the input's");
+  app.add_option("--logic", line.logic, "Logic to state instead of the input's")
+      ->check(CLI::Validator(check_header_word, "NAME"));
+  app.add_option("--status", line.status, "Status to state instead of the input's")
+      ->check(CLI::Validator(check_header_word, "WORD"));
   app.add_option_function<std::string>(
          "--from", [&line](const std::string& word) { line.language = languages.at(word); },
          "Language of the input; found by its first token when not given")
       ->check(one_of(languages, "v1|v2"));
   app.add_option("--label", line.label,
                  "Prefix of the labels of shared subterms instead of .def_ (version 2 forms)")
-      ->check(CLI::Validator(check_label_prefix, "PREFIX"));
+      ->check(CLI::Validator(check_plain_symbol, "PREFIX"));
   app.add_option("--query", line.query,
                  "Write what is in force at the N-th check-sat; the first when not given")
-      ->check(CLI::PositiveNumber);
+      ->check(CLI::Validator(check_ordinal, "N"));
   app.add_option("--introduced", line.introduced,
                  "File for SMT-LIB 2 definitions of the symbols that reading made up, for division "
                  "by what\nis no number and the like");
@@ -84,14 +94,24 @@ std::optional<CommandLine> parse_command_line(int argc, const char* const* argv,
     if (line.form == Form::v1 && line.label) {
       throw CLI::ValidationError("--label", "labels have fixed forms in version 1.2");
     }
+    if ((line.form == Form::terms || line.form == Form::trace) && line.query) {
+      throw CLI::ValidationError("--query", "this form writes every assertion of the input");
+    }
   } catch (const CLI::ParseError& outcome) {
     const bool asked_for = outcome.get_exit_code() == 0;
-    if (asked_for) {
-      app.exit(outcome);
-    } else {
+    if (!asked_for) {
       std::cerr << "brumlin: error: " << outcome.what() << '\n';
+      status = ExitStatus::bad_input;
+      return std::nullopt;
     }
-    status = asked_for ? ExitStatus::done : ExitStatus::bad_input;
+    app.exit(outcome);
+    errno = 0;
+    std::cout.flush();
+    status = std::cout ? ExitStatus::done : ExitStatus::io_error;
+    if (status != ExitStatus::done) {
+      std::cerr << "brumlin: error: cannot write standard output: "
+                << std::generic_category().message(errno) << '\n';
+    }
     return std::nullopt;
   }
   return line;

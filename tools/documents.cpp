@@ -7,6 +7,7 @@
 #include "attributes.h"
 #include "brum/printers/check_names.h"
 #include "brum/printers/reference_counts.h"
+#include "brum/printers/smtlib_identifiers.h"
 #include "printer_choice.h"
 
 namespace brum::tools {
@@ -98,7 +99,7 @@ void write_plain(const DocumentSource& source, std::ostream& out) {
     source.statistics.definitions = printer.definitions();
   };
   with_printer<SmtLibTermPrinter>(source.line.label, print, v1_format, &source.manager,
-                                  source.logic(), source.line.status.value_or(content.status));
+                                  source.logic(), source.status(content.status));
   end_with_query(out, content.has_query && !v1_format);
   ReferenceCounts counts;
   counts.add_term(formula);
@@ -138,14 +139,39 @@ void write_definitions(const DocumentSource& source, std::ostream& out) {
     source.statistics.definitions = printer.definitions();
   };
   with_printer<SmtLib2TermPrinter>(source.line.label, print, &source.manager, source.logic(),
-                                   source.line.status.value_or(several ? "" : content.status), true,
-                                   &attributes);
+                                   source.status(several ? "" : content.status), true, &attributes);
   end_with_query(out, content.has_query);
   source.statistics.assertions = assertions;
   source.statistics.terms = counts.num_terms();
 }
 
 }  // namespace
+
+std::string DocumentSource::logic() const {
+  std::string name = line.logic.value_or(script.output_logic());
+  if (name.empty()) {
+    return name;
+  }
+  if (line.form != Form::v1) {
+    return name_as_symbol(name);
+  }
+  if (v1_identifier(name) != name) {
+    throw CannotExpress("the logic '" + name + "' is no identifier of SMT-LIB 1.2");
+  }
+  return name;
+}
+
+std::string DocumentSource::status(const std::string& of_input) const {
+  if (line.status) {
+    return *line.status;
+  }
+  const std::string_view word = symbol_name(of_input);
+  if (word.empty() || word == "sat" || word == "unsat" || word == "unknown") {
+    return std::string(word);
+  }
+  warnings.warn("the status " + of_input + " is left out: it is not sat, unsat or unknown");
+  return "";
+}
 
 void require_writable_names(const DocumentSource& source, const std::vector<const Term*>& terms) {
   const bool v1_format = source.line.form == Form::v1;

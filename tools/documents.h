@@ -33,8 +33,12 @@ struct DocumentSource {
   Warnings& warnings;
   Statistics& statistics;
 
-  /// The logic to state: the user's, else one that holds what was read.
-  std::string logic() const { return line.logic.value_or(script.output_logic()); }
+  /// The text of the logic to state, empty for none: the user's, else one that holds what was read.
+  /// Throws CannotExpress when the form has no text for its name.
+  std::string logic() const;
+
+  /// The status to state, empty for none: the user's, else `of_input` if it is a status at all.
+  std::string status(const std::string& of_input) const;
 };
 
 /// Writes the input in the form that the command line asks for and counts what was written. Throws

@@ -1,3 +1,4 @@
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -5,6 +6,7 @@
 #include "brum/printers/reference_counts.h"
 #include "brum/printers/symbol_collector.h"
 #include "documents.h"
+#include "printed_once.h"
 #include "printer_choice.h"
 
 namespace brum::tools {
@@ -56,6 +58,7 @@ class TraceWriter {
         printer_(printer),
         names_(names),
         out_(out),
+        stated_status_(source.script.status),
         has_resets_(any_command(source.script, is_reset)) {}
 
   void write() {
@@ -82,6 +85,7 @@ class TraceWriter {
         out_ << "(pop " << command.levels << ")\n";
         break;
       case Command::Kind::check_sat:
+        state_status(command);
         out_ << "(check-sat)\n";
         break;
       case Command::Kind::check_sat_assuming:
@@ -104,7 +108,18 @@ class TraceWriter {
     for (const Term* condition : command.conditions) {
       printer_.apitracer_print_term(out_, condition, "");
     }
+    state_status(command);
     out_ << "(check-sat)\n(pop 1)\n";
+  }
+
+  /// A solver may hold its answer against the status that it was told last.
+  void state_status(const Command& command) {
+    if (source_.line.status || command.status == stated_status_) {
+      return;
+    }
+    stated_status_ = command.status;
+    const std::string status = source_.status(command.status);
+    out_ << "(set-info :status " << (status.empty() ? "unknown" : status) << ")\n";
   }
 
   std::string attribute_of_name(const std::string& name) {
@@ -123,6 +138,7 @@ class TraceWriter {
   Printer& printer_;
   FreeNames& names_;
   std::ostream& out_;
+  std::string stated_status_;  // as the input gives it
   bool has_resets_;
   std::size_t levels_ = 0;
 };
@@ -143,11 +159,6 @@ void write_trace(const DocumentSource& source, std::ostream& out) {
   }
   FreeNames names(symbols);
   AnnotationMap attributes;
-  // What the store uses more than once is defined, so written once; the rest wherever it is used.
-  const auto printed_once = [&](const Term* term) {
-    const bool defined = term->symbol->arity != 0 && TermManager::num_uses(term) > 1;
-    return counts.is_counted(term) && (defined || !counts.is_shared(term));
-  };
   // Assertions come first to their names: those are what unsatisfiable cores are made of.
   FreeNames reserved(symbols);
   for (const Command& command : script.commands) {
@@ -155,7 +166,10 @@ void write_trace(const DocumentSource& source, std::ostream& out) {
       reserved.take(command.name);
     }
   }
-  keep_attributes(script, printed_once, reserved, source.warnings, attributes);
+  if (script.annotations.size() != 0) {
+    const PrintedOnce printed_once(terms);
+    keep_attributes(script, std::cref(printed_once), reserved, source.warnings, attributes);
+  }
 
   const auto print = [&](auto& printer) {
     if (any_command(script, is_leaving_levels)) {
@@ -172,7 +186,7 @@ void write_trace(const DocumentSource& source, std::ostream& out) {
     source.statistics.definitions = printer.definitions();
   };
   with_printer<SmtLib2TermPrinter>(source.line.label, print, &source.manager, source.logic(),
-                                   source.line.status.value_or(script.status), true, &attributes);
+                                   source.status(script.status), true, &attributes);
   source.statistics.assertions = terms.size();
   source.statistics.terms = counts.num_terms();
 }
