@@ -171,7 +171,8 @@ void SmtLib2TermParser::open_application(Name& name, const Token& token, TextPos
              !binding.definition->parameter_sorts.empty()) {
     frame.kind = Frame::Kind::definition;
     frame.definition = binding.definition;
-  } else if (binding.kind != BindingKind::none) {
+  } else if (binding.kind != BindingKind::none ||
+             (name.theory_operator != nullptr && name.theory_operator->shape == Shape::constant)) {
     c_.lexer.error(token.position, "found " + std::string(token.raw) +
                                        ", which takes no arguments, expected a function");
   } else if (name.theory_operator == nullptr) {
