@@ -1,15 +1,14 @@
-#include <cerrno>
 #include <csignal>
 #include <exception>
-#include <fstream>
 #include <iostream>
 #include <new>
-#include <system_error>
 
 #include "brum/printers/term_printer.h"
-#include "brum/readers/smtlib2_reader.h"
+#include "brum/readers/read_error.h"
+#include "brum/readers/script.h"
 #include "command_line.h"
 #include "documents.h"
+#include "input.h"
 #include "introduced.h"
 #include "output.h"
 #include "statistics.h"
@@ -19,23 +18,6 @@ namespace {
 
 using brum::tools::CommandLine;
 using brum::tools::ExitStatus;
-using brum::tools::IoError;
-
-void read_input(const CommandLine& line, brum::TermManager& manager, brum::Script& script) {
-  brum::ReaderOptions options;
-  options.file_name = line.input_name();
-  brum::SmtLib2Reader reader(manager, options);
-  if (line.input == "-") {
-    reader.read(std::cin, script);
-    return;
-  }
-  errno = 0;
-  std::ifstream file(line.input, std::ios::binary);
-  if (!file) {
-    throw IoError("cannot read " + line.input + ": " + std::generic_category().message(errno));
-  }
-  reader.read(file, script);
-}
 
 void convert(const CommandLine& line) {
   brum::tools::Output output(line.output);
@@ -44,7 +26,7 @@ void convert(const CommandLine& line) {
   brum::TermManager manager;
   brum::Script script;
   const brum::tools::Stopwatch reading;
-  read_input(line, manager, script);
+  brum::tools::read_input(line, manager, script);
   statistics.seconds_reading = reading.seconds();
   const brum::tools::Stopwatch printing;
   const brum::tools::DocumentSource source{line, script, manager, warnings, statistics};
@@ -93,7 +75,7 @@ ExitStatus run(const CommandLine& line) {
 
 int main(int argc, char** argv) {
   // A reader of our output that goes away is an error to report, not a reason to die silently.
-  std::signal(SIGPIPE, SIG_IGN);
+  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   std::ios::sync_with_stdio(false);
   ExitStatus status = ExitStatus::done;
   const auto line = brum::tools::parse_command_line(argc, argv, status);
