@@ -3,6 +3,7 @@
 #include <string>
 
 #include "tests/readers/reading.h"
+#include "tests/support/build_kind.h"
 #include "tests/support/small_stack.h"
 
 namespace brum::testing {
@@ -34,7 +35,7 @@ TEST(LargeInputs, FiveMillionBracketsAreAnError) {
 
 TEST(LargeInputs, DeepTermsAreReadOnASmallStack) {
   run_on_small_stack([] {
-    constexpr std::size_t depth = 1000000;
+    const std::size_t depth = large_size(1000000);
     TermManager mgr;
     const auto assertions =
         assertions_of(mgr, "(declare-const p Bool)(assert " + repeated("(not ", depth) + "p" +
@@ -42,13 +43,14 @@ TEST(LargeInputs, DeepTermsAreReadOnASmallStack) {
     ASSERT_EQ(assertions.size(), 1U);
     EXPECT_EQ(mgr.num_terms(), depth + 1);
     EXPECT_EQ(error_of("(declare-const p Bool)(assert " + repeated("(not ", depth)),
-              "input:1:5000031: error: found the end of the input, expected a term or ')'");
+              "input:1:" + std::to_string(31 + 5 * depth) +
+                  ": error: found the end of the input, expected a term or ')'");
   });
 }
 
 TEST(LargeInputs, DeepLetsAreReadOnASmallStack) {
   run_on_small_stack([] {
-    constexpr std::size_t depth = 300000;
+    const std::size_t depth = large_size(300000);
     // Nested in the bodies: each variable covers the one before.
     TermManager mgr;
     const auto assertions = assertions_of(mgr, "(declare-const x Int)(assert (= 0 " +
@@ -68,7 +70,7 @@ TEST(LargeInputs, DeepLetsAreReadOnASmallStack) {
 
 TEST(LargeInputs, DeepSortsAndAttributesAreReadOnASmallStack) {
   run_on_small_stack([] {
-    constexpr std::size_t depth = 200000;
+    const std::size_t depth = large_size(200000);
     TermManager mgr;
     Script script;
     read_into(script, mgr,
