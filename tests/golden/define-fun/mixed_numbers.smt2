@@ -1,0 +1,6 @@
+(set-logic QF_LIRA)
+(declare-fun r () Real)
+(declare-fun i () Int)
+(assert (<= (+ r (to_real (+ i 1))) 2.5))
+(assert (<= 4.0 (* 2.0 (to_real (+ i 1)))))
+(check-sat)

@@ -1,0 +1,6 @@
+(set-logic QF_UF)
+(declare-fun p () Bool)
+(declare-fun q () Bool)
+(declare-fun r () Bool)
+(assert (or (! (and p q) :named both) r))
+(assert (not both))

@@ -1,0 +1,7 @@
+(set-logic QF_UF)
+(declare-fun p () Bool)
+(declare-fun q () Bool)
+(assert p)
+(assert (or p q))
+(assert p)
+(check-sat)

@@ -1,0 +1,8 @@
+(set-logic QF_LRA)
+(set-info :status sat)
+(declare-fun x () Real)
+(declare-fun y () Real)
+(declare-fun p () Bool)
+(assert (or p (<= (+ x y) 1.5)))
+(assert (or (not (<= (+ x y) 1.5)) (<= (+ x y) (- 2.0))))
+(check-sat)

@@ -1,0 +1,7 @@
+(set-logic QF_BV)
+(declare-fun a () (_ BitVec 8))
+(declare-fun b () (_ BitVec 8))
+(assert (= ((_ extract 7 4) (bvadd a b)) ((_ extract 3 0) (bvadd a b))))
+(assert (bvult (concat ((_ zero_extend 2) #b01) ((_ sign_extend 1) #b101)) (bvnot a)))
+(assert (= ((_ rotate_left 3) a) ((_ rotate_right 2) #xff)))
+(check-sat)

@@ -1,0 +1,5 @@
+(set-logic QF_LIA)
+(declare-fun .def_3 () Int)
+(declare-fun y () Int)
+(assert (! (<= (+ .def_3 y) (+ (+ .def_3 y) 1)) :named .def_7))
+(assert (<= (+ y y) (* 2 (+ y y))))

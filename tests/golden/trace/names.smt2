@@ -1,0 +1,8 @@
+(set-logic QF_UFLIA)
+(declare-fun |a b| () Int)
+(declare-fun |1x| () Int)
+(declare-fun |é| () Int)
+(declare-fun x! () Bool)
+(declare-fun f@ (Int) Int)
+(declare-fun p? (Int) Bool)
+(assert (and |x!| (p? (f@ |a b|)) (<= |1x| |é|)))

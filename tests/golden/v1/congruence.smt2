@@ -1,0 +1,5 @@
+(set-logic QF_LIA)
+(declare-fun x () Int)
+(declare-fun y () Int)
+(assert ((_ divisible 3) (- x y)))
+(assert ((_ divisible 5) (+ x 1)))

@@ -1,0 +1,7 @@
+(set-logic QF_UF)
+(declare-fun p () Bool)
+(declare-fun q () Bool)
+(declare-fun r () Bool)
+(assert (=> p (xor q r)))
+(assert (distinct p q))
+(assert (= p r true))

@@ -1,0 +1,1 @@
+; Nothing is declared, asserted or asked.

@@ -1,0 +1,5 @@
+(set-logic QF_LIA)
+(declare-fun .def_3 () Int)
+(declare-fun .def_3_ () Int)
+(assert (<= (+ .def_3 .def_3_) (+ (+ .def_3 .def_3_) 1)))
+(check-sat)

@@ -1,0 +1,7 @@
+(set-logic QF_LIRA)
+(declare-fun r () Real)
+(declare-fun i () Int)
+(assert (<= (+ r (to_real i)) 2.5))
+(assert (= (to_int r) i))
+(assert (< r 3.0))
+(check-sat)

@@ -1,0 +1,2 @@
+(set-logic QF_UF)
+(check-sat)

@@ -1,0 +1,206 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/tools/command.h"
+
+// The options of the command, its exit statuses for bad usage and what it says then.
+
+namespace brum::testing {
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::MatchesRegex;
+using ::testing::StartsWith;
+
+const std::string one_query =
+    "(set-logic QF_UF)\n(set-info :status sat)\n(declare-fun p () Bool)\n(assert p)\n(check-sat)\n";
+
+const std::string one_query_as_v2 =
+    "(set-logic QF_UF)\n(set-info :status sat)\n(set-info :source |printed by Brumlin|)\n"
+    "(declare-fun p () Bool)\n(assert\np\n)\n(check-sat)\n";
+
+void expect_usage_error(const std::vector<std::string>& arguments, const std::string& message) {
+  const Outcome outcome = brumlin(arguments, one_query);
+  EXPECT_EQ(outcome.status, 2) << message;
+  EXPECT_EQ(outcome.err, "brumlin: error: " + message + "\n");
+  EXPECT_EQ(outcome.out, "");
+}
+
+}  // namespace
+
+TEST(CommandLine, WritesVersion2FromStandardInputToStandardOutput) {
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{}, {"-"}, {"--to", "v2"}, {"-t", "v2", "-"}, {"--to=v2"}}) {
+    const Outcome outcome = brumlin(arguments, one_query);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, one_query_as_v2);
+    EXPECT_EQ(outcome.err, "");
+  }
+}
+
+TEST(CommandLine, WritesEachFormAskedFor) {
+  const std::string header =
+      "(set-logic QF_UF)\n(set-info :status sat)\n(set-info :source |printed by Brumlin|)\n"
+      "(declare-fun p () Bool)\n";
+  const std::vector<std::pair<std::string, std::string>> forms = {
+      {"v1",
+       "(benchmark unnamed\n:status sat\n:logic QF_UF\n:source { printed by Brumlin }\n"
+       ":extrapreds ((p))\n\n:formula\n\np\n\n)\n"},
+      {"v2", one_query_as_v2},
+      {"define-fun", header + "(assert p)\n(check-sat)\n"},
+      {"terms",
+       "(set-logic QF_UF)\n(set-info :source |printed by Brumlin|)\n(declare-fun p () Bool)\n"
+       "(define-fun .def_1 () Bool p)\n(assert true)\n(check-sat)\n"},
+      {"trace", header + "(assert p)\n(check-sat)\n"},
+  };
+  for (const auto& [form, text] : forms) {
+    for (const char* option : {"-t", "--to"}) {
+      const Outcome outcome = brumlin({option, form}, one_query);
+      EXPECT_EQ(outcome.status, 0) << form;
+      EXPECT_EQ(outcome.out, text) << form;
+      EXPECT_EQ(outcome.err, "") << form;
+    }
+  }
+}
+
+TEST(CommandLine, ReadsTheNamedFile) {
+  const TemporaryFolder folder;
+  const Outcome outcome = brumlin({folder.write("in.smt2", one_query)}, "(assert not read)");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, one_query_as_v2);
+}
+
+TEST(CommandLine, TakesNamesThatBeginWithAHyphenBehindTwo) {
+  const TemporaryFolder folder;
+  folder.write("-in", one_query);
+  const Outcome outcome = brumlin(Start{.words = {"--", "-in"}, .folder = folder.path().string()});
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, one_query_as_v2);
+}
+
+TEST(CommandLine, LogicAndStatusOverrideTheInputs) {
+  const Outcome v2 = brumlin({"--logic", "QF_LIA", "--status", "unknown"}, one_query);
+  EXPECT_EQ(v2.status, 0);
+  EXPECT_THAT(v2.out, StartsWith("(set-logic QF_LIA)\n(set-info :status unknown)\n"
+                                 "(set-info :source |printed by Brumlin|)\n"));
+  const Outcome v1 = brumlin({"-t", "v1", "--logic", "QF_LIA", "--status", "unknown"}, one_query);
+  EXPECT_EQ(v1.status, 0);
+  EXPECT_THAT(v1.out, StartsWith("(benchmark unnamed\n:status unknown\n:logic QF_LIA\n"
+                                 ":source { printed by Brumlin }\n"));
+}
+
+TEST(CommandLine, EmptyLogicAndStatusLeaveTheirLinesOut) {
+  const Outcome v2 = brumlin({"--logic", "", "--status", ""}, one_query);
+  EXPECT_EQ(v2.status, 0);
+  EXPECT_THAT(v2.out, StartsWith("(set-info :source |printed by Brumlin|)\n(declare-fun "));
+  const Outcome v1 = brumlin({"-t", "v1", "--logic", "", "--status", ""}, one_query);
+  EXPECT_EQ(v1.status, 0);
+  EXPECT_THAT(v1.out, StartsWith("(benchmark unnamed\n:source { printed by Brumlin }\n"));
+}
+
+TEST(CommandLine, LabelIsThePrefixOfLabelsInVersion2Forms) {
+  const std::string shared =
+      "(declare-fun p () Bool)(declare-fun q () Bool)\n(assert (= (and p q) (not (and p q))))";
+  EXPECT_THAT(brumlin({"--label", "d_"}, shared).out,
+              HasSubstr("(let ((d_3 (and p q)))\n(= d_3 (not d_3))\n"));
+  EXPECT_THAT(brumlin({"--label", "d_", "-t", "define-fun"}, shared).out,
+              HasSubstr("(define-fun d_3 () Bool (and p q))\n(assert (= d_3 (not d_3)))\n"));
+  EXPECT_THAT(brumlin({"--label", "<~>", "-t", "trace"}, shared).out,
+              HasSubstr("(define-fun <~>3 () Bool (and p q))\n"));
+  EXPECT_THAT(brumlin({"--label", "t.", "-t", "terms"}, shared).out,
+              HasSubstr("(define-fun t.5 () Bool (= t.3 (not t.3)))\n"));
+}
+
+TEST(CommandLine, LabelMustBeAPlainSymbol) {
+  for (const std::string prefix :
+       {"", "1", "9_", "a b", "|x|", "a|", "d:", "(", "x;", "é", "\"a\""}) {
+    expect_usage_error({"--label", prefix},
+                       "--label: '" + prefix + "' is not a plain SMT-LIB 2 symbol");
+  }
+}
+
+TEST(CommandLine, LabelHasNoPlaceInVersion1) {
+  expect_usage_error({"--label", "d_", "-t", "v1"},
+                     "--label: labels have fixed forms in version 1.2");
+}
+
+TEST(CommandLine, HeaderWordsMustBePlainSymbols) {
+  expect_usage_error({"--logic", "QF_UF) (exit"},
+                     "--logic: 'QF_UF) (exit' is not a plain SMT-LIB 2 symbol");
+  expect_usage_error({"--status", "|sat|"}, "--status: '|sat|' is not a plain SMT-LIB 2 symbol");
+}
+
+TEST(CommandLine, RefusesBadUsage) {
+  expect_usage_error({"--to", "v3"}, "--to: 'v3' is none of v1|v2|define-fun|terms|trace");
+  expect_usage_error({"--to", ""}, "--to: '' is none of v1|v2|define-fun|terms|trace");
+  expect_usage_error({"--from", "v3"}, "--from: 'v3' is none of v1|v2");
+  expect_usage_error({"--nonsense"}, "The following argument was not expected: --nonsense");
+  expect_usage_error({"one.smt2", "two.smt2"}, "The following argument was not expected: two.smt2");
+  for (const std::string number : {"0", "-1", "x", "1.5", "010", "0x1", "1e3", ""}) {
+    expect_usage_error({"--query", number}, "--query: '" + number + "' is not a number from 1 on");
+  }
+  for (const char* option :
+       {"--to", "--output", "--logic", "--status", "--from", "--label", "--query"}) {
+    const Outcome outcome = brumlin({option}, one_query);
+    EXPECT_EQ(outcome.status, 2) << option;
+    EXPECT_THAT(outcome.err, MatchesRegex("brumlin: error: --[a-z]+: [^\n]+\n")) << option;
+    EXPECT_EQ(outcome.out, "");
+  }
+  EXPECT_EQ(brumlin({"--query", "99999999999999999999999"}, one_query).status, 2);
+}
+
+TEST(CommandLine, HelpAndVersionGoToStandardOutput) {
+  const Outcome version = brumlin({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_THAT(version.out, MatchesRegex("brumlin [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+  EXPECT_EQ(version.err, "");
+  const Outcome help = brumlin({"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_EQ(help.err, "");
+  for (const char* option : {"-t,--to", "-o,--output", "--logic", "--status", "--from", "--label",
+                             "--query", "--stats", "-h,--help", "--version", "INPUT"}) {
+    EXPECT_THAT(help.out, HasSubstr(option));
+  }
+}
+
+TEST(CommandLine, StatsTellsSizesTimesAndMemory) {
+  const std::string input =
+      "(declare-fun p () Bool)(declare-fun q () Bool)\n"
+      "(assert (and p q))(assert (or (and p q) (not (and p q))))\n(check-sat)";
+  struct Row {
+    const char* form;
+    const char* assertions;
+    const char* terms;
+    const char* definitions;
+  };
+  // The terms are p, q, (and p q), the negation and the disjunction, and the conjunction of both
+  // assertions in the forms that have one.
+  for (const Row& row :
+       {Row{"v1", "2", "6", "1"}, Row{"v2", "2", "6", "1"}, Row{"define-fun", "2", "6", "1"},
+        Row{"terms", "2", "5", "2"}, Row{"trace", "2", "5", "1"}}) {
+    const Outcome outcome = brumlin({"--stats", "-t", row.form}, input);
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_THAT(outcome.err, MatchesRegex(std::string("assertions: ") + row.assertions +
+                                          "\ndistinct terms: " + row.terms +
+                                          "\ndefinitions: " + row.definitions +
+                                          "\nbytes: " + std::to_string(outcome.out.size()) +
+                                          "\nseconds reading: [0-9]+\\.[0-9]+\nseconds printing: "
+                                          "[0-9]+\\.[0-9]+\npeak memory KiB: [1-9][0-9]*\n"))
+        << row.form;
+    EXPECT_EQ(outcome.out, brumlin({"-t", row.form}, input).out);
+  }
+}
+
+TEST(CommandLine, StatsCountTheBytesOfTheFile) {
+  const TemporaryFolder folder;
+  const Outcome outcome = brumlin({"--stats", "-o", folder.file("out")}, one_query);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, "");
+  EXPECT_THAT(outcome.err, HasSubstr("\nbytes: " + std::to_string(one_query_as_v2.size()) + "\n"));
+}
+
+}  // namespace brum::testing
