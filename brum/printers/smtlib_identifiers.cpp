@@ -44,7 +44,7 @@ std::string v1_identifier(std::string_view name) {
     if (is_letter(byte) || is_digit(byte) || byte == '.' || byte == '_') {
       text += byte;
     } else {
-      const int value = static_cast<signed char>(byte);
+      const auto value = static_cast<signed char>(byte);
       text += concat({"_h", std::to_string(value), "_"});
     }
   }
