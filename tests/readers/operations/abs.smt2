@@ -1,0 +1,6 @@
+(set-logic QF_LIA)
+(declare-const i Int)
+(declare-const j Int)
+(assert (= (abs i) (abs (- j 3))))
+(assert (< i 0))
+(check-sat)

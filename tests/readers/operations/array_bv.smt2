@@ -1,0 +1,6 @@
+(set-logic QF_ABV)
+(declare-const t (Array (_ BitVec 4) (_ BitVec 4)))
+(declare-const a (_ BitVec 4))
+(declare-const b (_ BitVec 4))
+(assert (= (select (store t a b) b) (bvadd a (select t a))))
+(check-sat)

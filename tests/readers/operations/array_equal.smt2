@@ -1,0 +1,8 @@
+(set-logic QF_ALIA)
+(declare-const t (Array Int Int))
+(declare-const u (Array Int Int))
+(declare-const i Int)
+(declare-const j Int)
+(assert (distinct t u))
+(assert (= (select t i) (select u j)))
+(check-sat)

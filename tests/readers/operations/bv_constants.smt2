@@ -1,0 +1,8 @@
+(set-logic QF_BV)
+(declare-const a (_ BitVec 6))
+(declare-const b (_ BitVec 6))
+(declare-const c (_ BitVec 6))
+(assert (= a #b101101))
+(assert (= (concat #b00 b) #x1f))
+(assert (= c (_ bv33 6)))
+(check-sat)

@@ -1,0 +1,7 @@
+(set-logic QF_BV)
+(declare-const a (_ BitVec 6))
+(declare-const b (_ BitVec 6))
+(declare-const c (_ BitVec 6))
+(declare-const p Bool)
+(assert (= a (ite p b c)))
+(check-sat)

@@ -1,0 +1,5 @@
+(set-logic QF_BV)
+(declare-const a (_ BitVec 6))
+(declare-const b (_ BitVec 6))
+(assert (= a (bvneg b)))
+(check-sat)

@@ -1,0 +1,7 @@
+(set-logic QF_BV)
+(declare-const a (_ BitVec 6))
+(declare-const b (_ BitVec 6))
+(declare-const c (_ BitVec 6))
+(assert (bvslt a b))
+(assert (not (bvslt c a)))
+(check-sat)

@@ -1,0 +1,6 @@
+(set-logic QF_BV)
+(declare-const a (_ BitVec 6))
+(declare-const b (_ BitVec 6))
+(declare-const c (_ BitVec 6))
+(assert (= a (bvurem b c)))
+(check-sat)

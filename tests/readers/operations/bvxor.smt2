@@ -1,0 +1,7 @@
+(set-logic QF_BV)
+(declare-const a (_ BitVec 6))
+(declare-const b (_ BitVec 6))
+(declare-const c (_ BitVec 6))
+(assert (= a (bvxor b c)))
+(assert (not (= b (bvxor a b c))))
+(check-sat)

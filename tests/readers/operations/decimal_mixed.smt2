@@ -1,0 +1,7 @@
+(set-logic QF_LIRA)
+(declare-const i Int)
+(declare-const x Real)
+(assert (= x 3.0))
+(assert (= i 3))
+(assert (not (= 3.0 2.0)))
+(check-sat)

@@ -1,0 +1,7 @@
+(set-logic QF_NIA)
+(declare-const i Int)
+(declare-const j Int)
+(define-fun remainder ((a Int) (b Int)) Int (mod a b))
+(assert (= (remainder i j) 2))
+(assert (= (remainder j 4) 3))
+(check-sat)

@@ -1,0 +1,6 @@
+(set-logic QF_BV)
+(define-sort Word () (_ BitVec 4))
+(define-const one Word #x1)
+(declare-const a Word)
+(assert (= (bvmul a a) one))
+(check-sat)

@@ -1,0 +1,5 @@
+(set-logic QF_UF)
+(declare-const p Bool)
+(declare-const q Bool)
+(assert (distinct p q))
+(check-sat)

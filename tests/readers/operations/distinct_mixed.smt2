@@ -1,0 +1,6 @@
+(set-logic QF_LIRA)
+(declare-const i Int)
+(declare-const x Real)
+(declare-const y Real)
+(assert (distinct x y (to_real i)))
+(check-sat)

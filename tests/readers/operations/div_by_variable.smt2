@@ -1,0 +1,6 @@
+(set-logic QF_NIA)
+(declare-const i Int)
+(declare-const j Int)
+(assert (= (div i j) 3))
+(assert (= (mod i j) 2))
+(check-sat)

@@ -1,0 +1,6 @@
+(set-logic QF_NIA)
+(declare-const i Int)
+(declare-const j Int)
+(assert (= (div i 0) (+ 1 (div j 0))))
+(assert (= (mod i 0) 5))
+(check-sat)

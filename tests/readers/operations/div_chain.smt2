@@ -1,0 +1,4 @@
+(set-logic QF_LIA)
+(declare-const i Int)
+(assert (= 2 (div i 2 5)))
+(check-sat)

@@ -1,0 +1,6 @@
+(set-logic QF_NIA)
+(declare-const i Int)
+(declare-const j Int)
+(assert (distinct (div i 0) (div j 0)))
+(assert (= i j))
+(check-sat)

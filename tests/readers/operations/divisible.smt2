@@ -1,0 +1,7 @@
+(set-logic QF_LIA)
+(set-info :status sat)
+(declare-const i Int)
+(declare-const j Int)
+(assert ((_ divisible 3) i))
+(assert (not ((_ divisible 5) (+ i j))))
+(check-sat)

@@ -1,0 +1,8 @@
+(set-logic QF_UF)
+(declare-const p Bool)
+(declare-const q Bool)
+(declare-const r Bool)
+(declare-const s Bool)
+(assert (= p q r))
+(assert (not (= p s)))
+(check-sat)

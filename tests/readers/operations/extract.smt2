@@ -1,0 +1,5 @@
+(set-logic QF_BV)
+(declare-const a (_ BitVec 6))
+(declare-const d (_ BitVec 3))
+(assert (= d ((_ extract 4 2) a)))
+(check-sat)

@@ -1,0 +1,7 @@
+(set-logic QF_LIA)
+(declare-const i Int)
+(declare-const j Int)
+(declare-const k Int)
+(assert (>= i j k))
+(assert (not (>= i 3)))
+(check-sat)

@@ -1,0 +1,6 @@
+(set-logic QF_LIA)
+(declare-const i Int)
+(declare-const j Int)
+(declare-const k Int)
+(assert (> i j k))
+(check-sat)

@@ -1,0 +1,7 @@
+(set-logic QF_LIA)
+(declare-const i Int)
+(declare-const j Int)
+(declare-const k Int)
+(declare-const p Bool)
+(assert (= (ite p i j) (ite (< i j) k 2)))
+(check-sat)

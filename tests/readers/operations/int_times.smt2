@@ -1,0 +1,7 @@
+(set-logic QF_NIA)
+(declare-const i Int)
+(declare-const j Int)
+(declare-const k Int)
+(assert (= (* i j k) 12))
+(assert (< 0 i))
+(check-sat)

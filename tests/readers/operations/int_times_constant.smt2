@@ -1,0 +1,6 @@
+(set-logic QF_LIA)
+(declare-const i Int)
+(declare-const j Int)
+(assert (= (* 3 i) (* j (- 2))))
+(assert (> i 0))
+(check-sat)

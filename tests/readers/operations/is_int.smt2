@@ -1,0 +1,7 @@
+(set-logic QF_LIRA)
+(declare-const x Real)
+(declare-const y Real)
+(assert (is_int x))
+(assert (not (is_int y)))
+(assert (= (+ x y) 0.5))
+(check-sat)

@@ -1,0 +1,8 @@
+(set-logic QF_UF)
+(declare-const p Bool)
+(declare-const q Bool)
+(declare-const r Bool)
+(declare-const s Bool)
+(assert (ite p q r))
+(assert (not (ite q r s)))
+(check-sat)

@@ -1,0 +1,6 @@
+(set-logic QF_LIA)
+(declare-const i Int)
+(declare-const j Int)
+(assert (= j (mod i (- 3))))
+(assert (< i (- 4)))
+(check-sat)

@@ -1,0 +1,8 @@
+(set-logic QF_NIA)
+(declare-const i Int)
+(declare-const j Int)
+(declare-const k Int)
+(assert (= k 0))
+(assert (= (mod i k) (mod j k)))
+(assert (distinct i j))
+(check-sat)

@@ -1,0 +1,5 @@
+(set-logic QF_LIRA)
+(declare-const x Real)
+(declare-const y Real)
+(assert (= x (ite (< y 0) (- y) y)))
+(check-sat)

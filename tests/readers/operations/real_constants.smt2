@@ -1,0 +1,8 @@
+(set-logic QF_LRA)
+(declare-const x Real)
+(declare-const y Real)
+(declare-const z Real)
+(assert (= x (/ 1 3)))
+(assert (= y (- (/ 2 7))))
+(assert (= z (/ (- 3) 4)))
+(check-sat)

@@ -1,0 +1,6 @@
+(set-logic QF_LRA)
+(declare-const x Real)
+(declare-const y Real)
+(assert (= (/ x 4) (/ y 2 3.0)))
+(assert (> x 0))
+(check-sat)

@@ -1,0 +1,5 @@
+(set-logic QF_LRA)
+(declare-const x Real)
+(declare-const y Real)
+(assert (= (/ x 1) (/ y (- 1))))
+(check-sat)

@@ -1,0 +1,7 @@
+(set-logic QF_NRA)
+(declare-const x Real)
+(declare-const y Real)
+(assert (= (/ x 0.0) 3))
+(assert (= (/ y 0) 4))
+(assert (= x y))
+(check-sat)

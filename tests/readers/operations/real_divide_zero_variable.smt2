@@ -1,0 +1,8 @@
+(set-logic QF_NRA)
+(declare-const x Real)
+(declare-const y Real)
+(declare-const z Real)
+(assert (= z 0))
+(assert (= (/ x z) 3))
+(assert (= (/ y z) 4))
+(check-sat)

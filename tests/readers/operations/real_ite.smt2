@@ -1,0 +1,7 @@
+(set-logic QF_LRA)
+(declare-const x Real)
+(declare-const y Real)
+(declare-const z Real)
+(declare-const p Bool)
+(assert (= (ite p x y) (ite (< x y) z 2.5)))
+(check-sat)

@@ -1,0 +1,6 @@
+(set-logic QF_LRA)
+(declare-const x Real)
+(declare-const y Real)
+(declare-const z Real)
+(assert (= (+ x y z 1.5) 7))
+(check-sat)

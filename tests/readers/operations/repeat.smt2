@@ -1,0 +1,6 @@
+(set-logic QF_BV)
+(declare-const a (_ BitVec 6))
+(declare-const d (_ BitVec 3))
+(assert (= a ((_ repeat 2) d)))
+(assert (= ((_ repeat 5) d) (concat a a ((_ repeat 1) d))))
+(check-sat)

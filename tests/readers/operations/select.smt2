@@ -1,0 +1,6 @@
+(set-logic QF_ALIA)
+(declare-const t (Array Int Int))
+(declare-const i Int)
+(declare-const j Int)
+(assert (= (select t i) (+ (select t j) 1)))
+(check-sat)

@@ -1,0 +1,8 @@
+(set-logic QF_ALIA)
+(declare-const t (Array Int Int))
+(declare-const u (Array Int Int))
+(declare-const i Int)
+(declare-const j Int)
+(assert (= t (store u i (select t j))))
+(assert (distinct i j))
+(check-sat)

@@ -1,0 +1,6 @@
+(set-logic QF_LIRA)
+(declare-const i Int)
+(declare-const x Real)
+(assert (= i (to_int x)))
+(assert (= x (- 2.5)))
+(check-sat)

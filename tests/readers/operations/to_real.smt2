@@ -1,0 +1,7 @@
+(set-logic QF_LIRA)
+(declare-const i Int)
+(declare-const j Int)
+(declare-const x Real)
+(assert (= (to_real i) x))
+(assert (< (+ x (to_real j)) 2.5))
+(check-sat)

@@ -1,0 +1,7 @@
+(set-logic QF_LIRA)
+(declare-const i Int)
+(declare-const j Int)
+(declare-const k Int)
+(assert (= (to_real i) (+ (to_real j) (to_real k))))
+(assert (< (to_real i) (to_real j)))
+(check-sat)
