@@ -20,23 +20,25 @@ namespace {
 
 using Sorts = hsh::HashMap<std::string, const DataType*>;
 
+/// The uninterpreted sorts of the generator.
+constexpr std::array sort_names = {"S", "a sort", "U0"};
+
 /// A text with what it takes to read it.
 struct Written {
   std::string text;
   Sorts sorts;  // by the names that the printer invented
 };
 
-/// Adds the sorts that the printer named to what was written.
-Written with_sorts(TermManager& mgr, SmtLibTermPrinter& printer, const std::ostringstream& out) {
-  Written written;
+/// Keeps what was written and the sorts that the printer named.
+void keep(Written& written, TermManager& mgr, SmtLibTermPrinter& printer,
+          const std::ostringstream& out) {
   written.text = out.str();
-  for (const std::string name : {"S", "a sort", "U0"}) {
+  for (const char* name : sort_names) {
     const DataType* sort = mgr.make_uninterpreted_type(name);
     const std::string text = printer.to_smtlib(sort);
     if (!text.empty())
       written.sorts[text] = sort;
   }
-  return written;
 }
 
 ReaderOptions options_for(const Written& written, const std::string& logic, bool use_signature) {
@@ -66,51 +68,56 @@ const Term* read_term(TermManager& mgr, const Written& written, const std::strin
 struct Form {
   const char* name;
   bool is_v1;
-  Written (*write)(TermManager& mgr, const Term* term, const std::string& logic);
+  void (*write)(TermManager& mgr, const Term* term, const std::string& logic, Written& written);
   const Term* (*read)(TermManager& mgr, const Written& written, const std::string& logic);
 };
 
 template <bool v1_format>
-Written write_formula(TermManager& mgr, const Term* term, const std::string& logic) {
+void write_formula(TermManager& mgr, const Term* term, const std::string& logic, Written& written) {
   SmtLibTermPrinter printer(v1_format, &mgr, logic, "");
   std::ostringstream out;
   printer.print_formula(out, term);
-  return with_sorts(mgr, printer, out);
+  keep(written, mgr, printer, out);
 }
 
 template <bool v1_format>
-Written write_single(TermManager& mgr, const Term* term, const std::string& /*logic*/) {
+void write_single(TermManager& mgr, const Term* term, const std::string& /*logic*/,
+                  Written& written) {
   SmtLibTermPrinter printer(v1_format, &mgr, "", "");
   std::ostringstream out;
   printer.print_single_term(out, term, true);
-  return {out.str(), {}};
+  written.text = out.str();
 }
 
 template <bool define_fun>
-Written write_version_2(TermManager& mgr, const Term* term, const std::string& logic) {
+void write_version_2(TermManager& mgr, const Term* term, const std::string& logic,
+                     Written& written) {
   SmtLib2TermPrinter printer(&mgr, logic, "", define_fun, nullptr);
   std::ostringstream out;
   printer.print_formula(out, term);
-  return with_sorts(mgr, printer, out);
+  keep(written, mgr, printer, out);
 }
 
 /// The script that names a term, with an assertion of that name.
-Written write_terms(TermManager& mgr, const Term* term, const std::string& logic) {
+void write_terms(TermManager& mgr, const Term* term, const std::string& logic, Written& written) {
   SmtLib2TermPrinter printer(&mgr, logic, "", true, nullptr);
   std::ostringstream out;
   printer.print_terms(out, {term});
   std::string label;
   printer.get_define_label(term, label);
   out << "(assert " << label << ")\n";
-  return with_sorts(mgr, printer, out);
+  keep(written, mgr, printer, out);
 }
 
 template <bool define_fun>
-Written write_trace(TermManager& mgr, const Term* term, const std::string& /*logic*/) {
+void write_trace(TermManager& mgr, const Term* term, const std::string& /*logic*/,
+                 Written& written) {
   SmtLib2TermPrinter printer(&mgr, "", "", define_fun, nullptr);
   std::ostringstream out;
+  for (const char* name : sort_names)
+    printer.print_type_declaration(out, mgr.make_uninterpreted_type(name));
   printer.apitracer_print_term(out, term, "");
-  return {out.str(), {}};
+  keep(written, mgr, printer, out);
 }
 
 template <class Reader>
@@ -159,7 +166,8 @@ Content content_for(bool is_v1, std::size_t kind) {
 
 /// Writes a formula and reads it; gives whether it came back.
 bool comes_back(const Form& form, TermManager& mgr, const Term* formula, const std::string& logic) {
-  const Written written = form.write(mgr, formula, logic);
+  Written written;
+  form.write(mgr, formula, logic, written);
   const std::size_t num_terms = mgr.num_terms();
   try {
     const Term* read = form.read(mgr, written, logic);
