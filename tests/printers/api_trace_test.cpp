@@ -403,7 +403,7 @@ TEST(ApiTrace, ManyAssertionsOverOneLargeTermAreLinear) {
 TEST(ApiTrace, DeepAssertionsNeedNoStack) {
   const std::size_t depth = testing::large_size(100'000);
   for (const bool define_fun : {true, false}) {
-    testing::run_on_small_stack([=] {
+    testing::run_on_small_stack([&] {
       TermManager mgr;
       const Term* term = testing::make_right_chain(mgr, depth);
       SmtLib2TermPrinter printer(&mgr, "", "", define_fun, nullptr);

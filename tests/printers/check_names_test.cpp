@@ -122,7 +122,7 @@ TEST(CheckNames, ReservedWords) {
 
 TEST(CheckNames, DeepTermsNeedNoStack) {
   const std::size_t depth = testing::large_size(200'000);
-  testing::run_on_small_stack([depth] {
+  testing::run_on_small_stack([&] {
     TermManager mgr;
     const Term* formula = testing::make_negations(mgr, testing::make_bool(mgr, "let"), depth);
     EXPECT_EQ(problems(mgr, {formula}, true).size(), 1U);

@@ -150,7 +150,7 @@ TEST(LargeFormulas, ALadderIsBoundStepByStep) {
 
 TEST(LargeFormulas, MapsThatAreKeptHoldEveryText) {
   const std::size_t size = testing::large_size(100'000);
-  run_on_small_stack([size] {
+  run_on_small_stack([&] {
     TermManager mgr;
     const Term* formula = testing::make_right_chain(mgr, size);
     OpenPrinter printer(false, &mgr, "", "");

@@ -247,7 +247,7 @@ TEST(PrintTerms, TextIsLinearInTheTermsOfTheList) {
   std::size_t bytes[2];
   const std::size_t sizes[2] = {testing::large_size(10'000), testing::large_size(100'000)};
   for (int i = 0; i < 2; ++i) {
-    testing::run_on_small_stack([&, i] {
+    testing::run_on_small_stack([&] {
       TermManager mgr;
       std::vector<const Term*> terms = {make_int(mgr, "x")};
       while (terms.size() < sizes[i]) {
@@ -265,7 +265,7 @@ TEST(PrintTerms, TextIsLinearInTheTermsOfTheList) {
 
 TEST(PrintTerms, DeepListedTermsNeedNoStack) {
   const std::size_t depth = testing::large_size(200'000);
-  testing::run_on_small_stack([depth] {
+  testing::run_on_small_stack([&] {
     TermManager mgr;
     const Term* term = testing::make_negations(mgr, make_bool(mgr, "p"), depth);
     SmtLib2TermPrinter printer(&mgr, "", "", true, nullptr);

@@ -185,7 +185,7 @@ TEST(PrintAtom, UnprintableSymbolsThrow) {
 
 TEST(PrintAtom, DeepNegationsAreFlatInLinearTimeOnASmallStack) {
   const std::size_t depth = testing::large_size(1'000'000);
-  testing::run_on_small_stack([depth] {
+  testing::run_on_small_stack([&] {
     TermManager mgr;
     const Term* atom = testing::make_negations(mgr, make_bool(mgr, "p"), depth);
     HandOverPrinter printer(false, &mgr, "", "");
@@ -200,7 +200,7 @@ TEST(PrintAtom, DeepNegationsAreFlatInLinearTimeOnASmallStack) {
 
 TEST(PrintAtom, DeepTermsNeedNoStack) {
   const std::size_t depth = testing::large_size(1'000'000);
-  testing::run_on_small_stack([depth] {
+  testing::run_on_small_stack([&] {
     TermManager mgr;
     const Term* c = make_bool(mgr, "c");
     const Term* x = make_int(mgr, "x");
@@ -219,7 +219,7 @@ TEST(PrintAtom, DeepTermsNeedNoStack) {
 TEST(PrintAtom, DeeplyNestedConditionsAreEachHandedOver) {
   // (ite (or c (<= x0 x)) x0 x) and so on: only the outermost condition reaches print_term().
   const std::size_t depth = testing::large_size(100'000);
-  testing::run_on_small_stack([depth] {
+  testing::run_on_small_stack([&] {
     TermManager mgr;
     const Term* c = make_bool(mgr, "c");
     const Term* x = make_int(mgr, "x");

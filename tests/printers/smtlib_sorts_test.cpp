@@ -426,7 +426,7 @@ TEST(SmtLibSorts, EveryUninterpretedSortIsDeclaredOnceBeforeItsUse) {
 
 TEST(SmtLibSorts, DeepArraySortsNeedNoStackAndLinearSpace) {
   const std::size_t depth = testing::large_size(200'000);
-  testing::run_on_small_stack([depth] {
+  testing::run_on_small_stack([&] {
     TermManager mgr;
     const DataType* a = mgr.make_uninterpreted_type("A");
     const DataType* sort = a;

@@ -137,7 +137,7 @@ TEST(CollectSymbolsAndTypes, NamesOfTheUsersThatLookInterpretedAreTheUsers) {
 
 TEST(CollectSymbolsAndTypes, DeepTermsAndSortsNeedNoStack) {
   const std::size_t depth = testing::large_size(1'000'000);
-  testing::run_on_small_stack([depth] {
+  testing::run_on_small_stack([&] {
     TermManager mgr;
     const DataType* sort = mgr.make_uninterpreted_type("A");
     for (std::size_t i = 0; i < depth / 10; ++i) {

@@ -91,7 +91,7 @@ TEST(DataType, SimpleSortsHaveNoComponents) {
 
 TEST(DataType, TextOfADeepSortNeedsNoStack) {
   const std::size_t depth = testing::large_size(1'000'000);
-  testing::run_on_small_stack([depth] {
+  testing::run_on_small_stack([&] {
     TermManager mgr;
     const DataType* sort = mgr.get_int_type();
     for (std::size_t i = 0; i < depth; ++i) {

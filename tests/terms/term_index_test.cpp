@@ -75,7 +75,7 @@ TEST(TermWalk, IsReadyAgainAfterAnException) {
 
 TEST(TermWalk, NeedsNoStack) {
   const std::size_t size = testing::large_size(1'000'000);
-  testing::run_on_small_stack([size] {
+  testing::run_on_small_stack([&] {
     TermManager mgr;
     const Term* formula = testing::make_negations(mgr, testing::make_bool(mgr, "p"), size);
     std::size_t left = 0;

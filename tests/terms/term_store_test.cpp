@@ -1,7 +1,6 @@
 #include "brum/terms/term_store.h"
 
 #include <gtest/gtest.h>
-#include <malloc.h>
 
 #include <cstddef>
 #include <functional>
@@ -12,6 +11,7 @@
 
 #include "brum/terms/term_manager.h"
 #include "brum/terms/term_walk.h"
+#include "tests/support/allocated_bytes.h"
 #include "tests/support/build_kind.h"
 #include "tests/support/failing_memory.h"
 #include "tests/support/formulas.h"
@@ -140,7 +140,7 @@ TEST(TermStore, WideTermsAreKeptWhole) {
 
 TEST(TermStore, DeepFormulasAreMadeAndDestroyedOnASmallStack) {
   const std::size_t size = testing::large_size(1'000'000);
-  testing::run_on_small_stack([size] {
+  testing::run_on_small_stack([&] {
     auto mgr = std::make_unique<TermManager>();
     const Term* formula = testing::make_negations(*mgr, make_bool(*mgr, "p"), size);
     EXPECT_EQ(formula->id, size + 1);
@@ -151,23 +151,16 @@ TEST(TermStore, DeepFormulasAreMadeAndDestroyedOnASmallStack) {
 }
 
 TEST(TermStore, ABinaryTermTakesLessThanAHundredBytes) {
-  if (testing::under_sanitizer) {
-    GTEST_SKIP() << "a sanitizer's allocator does not count what the C library's does";
-  }
   // At the second size the table, at most three quarters full, has just doubled.
   for (const std::size_t size : {std::size_t{1'000'000}, std::size_t{786'500}}) {
     auto mgr = std::make_unique<TermManager>();
     const Term* x = make_int(*mgr, "x");
-    const auto allocated = [] {
-      const struct mallinfo2 info = mallinfo2();
-      return info.uordblks + info.hblkhd;
-    };
-    const std::size_t before = allocated();
+    const std::size_t before = testing::allocated_bytes();
     const Term* term = x;
     for (std::size_t i = 0; i < size; ++i) {
       term = mgr->make_plus(term, x);
     }
-    const std::size_t bytes = allocated() - before;
+    const std::size_t bytes = testing::allocated_bytes() - before;
     EXPECT_LT(bytes, size * 100);
     EXPECT_GT(bytes, size * 32);  // else nothing was measured
     RecordProperty("bytes_per_term", std::to_string(bytes / size));
