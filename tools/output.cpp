@@ -11,6 +11,8 @@
 #include <system_error>
 #include <utility>
 
+#include "doomed_files.h"
+
 namespace brum::tools {
 
 namespace {
@@ -66,7 +68,8 @@ Output::Output(std::string path) : path_(std::move(path)) {
   if (descriptor < 0) {
     error_writing(path_, reason());
   }
-  temporary_ = name;
+  temporary_ = std::move(name);
+  doom_file(temporary_.c_str());
   // mkstemp makes files that only their owner reads; a new file gets the usual permissions, a
   // replaced one keeps its own.
   const mode_t mask = ::umask(0);
@@ -77,15 +80,20 @@ Output::Output(std::string path) : path_(std::move(path)) {
   file_.open(temporary_, std::ios::binary);
   if (!ready || !file_) {
     const std::string why = reason();
-    ::unlink(temporary_.c_str());
+    remove_temporary();
     error_writing(path_, why);
   }
 }
 
 Output::~Output() {
   if (!temporary_.empty()) {
-    ::unlink(temporary_.c_str());
+    remove_temporary();
   }
+}
+
+void Output::remove_temporary() {
+  ::unlink(temporary_.c_str());
+  spare_file(temporary_.c_str());
 }
 
 std::ostream& Output::stream() {
@@ -114,6 +122,7 @@ std::size_t Output::commit() {
     if (std::rename(temporary_.c_str(), path_.c_str()) != 0) {
       error_writing(path_, reason());
     }
+    spare_file(temporary_.c_str());
     temporary_.clear();
   }
   return static_cast<std::size_t>(size);

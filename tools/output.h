@@ -19,7 +19,7 @@ class IoError : public Exception {
 
 /// Where a document goes. It arrives whole or not at all: a file is written beside its place and
 /// moved there by commit(); what goes to standard output is held in memory until commit().
-/// Without commit() nothing remains.
+/// Without commit() nothing remains, also where a signal such as SIGINT ends the process.
 class Output {
  public:
   /// Opens `path`, or standard output when it is empty. Throws IoError.
@@ -37,6 +37,7 @@ class Output {
 
  private:
   bool is_file() const { return !path_.empty(); }
+  void remove_temporary();
 
   std::string path_;
   std::string temporary_;  // the file being written, empty when there is none

@@ -50,6 +50,10 @@ class Child {
       constexpr unsigned nobody = 65534;
       require(::setgid(nobody) == 0 && ::setuid(nobody) == 0);
     }
+    // Processes in the background of a script are started with signals ignored.
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) {
+      require(std::signal(signal, SIG_DFL) != SIG_ERR);
+    }
     ::alarm(static_cast<unsigned>(start_.seconds));
     ::execvp(words_.front(), words_.data());
     require(false);

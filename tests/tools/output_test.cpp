@@ -137,6 +137,24 @@ TEST(Output, NoFileAppearsWhenTheInputIsMissing) {
   EXPECT_EQ(folder.names(), Names{});
 }
 
+TEST(Output, NothingIsLeftWhenASignalEndsTheCommand) {
+  if (!is_installed("timeout")) {
+    GTEST_SKIP() << "there is no timeout to send the signal";
+  }
+  for (const char* signal : {"INT", "TERM", "HUP"}) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("out", "old");
+    // Nobody writes into this pipe, so the command waits for its input.
+    ASSERT_EQ(::mkfifo(folder.file("in").c_str(), 0600), 0);
+    const Outcome outcome = run(Start{
+        .words = {"timeout", "-s", signal, "1", BRUM_COMMAND, folder.file("in"), "-o", path}});
+    constexpr int timed_out = 124;
+    EXPECT_EQ(outcome.status, timed_out) << signal;
+    EXPECT_EQ(read_file(path), "old");
+    EXPECT_EQ(folder.names(), (Names{"in", "out"})) << signal;
+  }
+}
+
 TEST(Output, RefusesAFolder) {
   const TemporaryFolder folder;
   const std::string path = folder.path().string();

@@ -1,4 +1,4 @@
-; options: --logic QF_UFLIRA --status unknown
+; options: --logic QF_UFLIA --status unknown
 (set-logic QF_LIA)
 (set-info :status sat)
 (declare-fun p () Bool)
