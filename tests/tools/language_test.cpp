@@ -28,9 +28,10 @@ const std::string v2_text =
 }  // namespace
 
 TEST(Language, IsFoundByTheFirstToken) {
-  const std::vector<std::string> beginnings = {
-      "", " \t\r\n", "; a comment\n", "; (set-logic QF_LIA)\n\n;\n  ",
-      std::string(100000, ' ') + ";" + std::string(100000, 'x') + "\n"};
+  std::string long_beginning(100000, ' ');
+  long_beginning.append(";").append(100000, 'x').append("\n");
+  const std::vector<std::string> beginnings = {"", " \t\r\n", "; a comment\n",
+                                               "; (set-logic QF_LIA)\n\n;\n  ", long_beginning};
   for (const std::string& beginning : beginnings) {
     EXPECT_EQ(brumlin({}, beginning + v1_text).out, v2_text) << beginning.substr(0, 30);
     EXPECT_EQ(brumlin({}, beginning + v2_text).out, v2_text) << beginning.substr(0, 30);
