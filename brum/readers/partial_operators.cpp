@@ -60,7 +60,7 @@ const Symbol* PartialOperators::introduce(const std::string& base, const DataTyp
 }
 
 const Term* PartialOperators::defer(Kind kind, const DataType* type,
-                                    std::vector<const Term*> arguments) {
+                                    const std::vector<const Term*>& arguments) {
   // The sort is part of the name so that each sort gets a symbol; its address does not outlive it.
   const std::string name = "deferred " + std::to_string(static_cast<int>(kind)) + ' ' +
                            std::to_string(std::bit_cast<std::uintptr_t>(type));

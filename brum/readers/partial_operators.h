@@ -106,7 +106,7 @@ class PartialOperators {
   const Term* is_zero(const Term* a, bool real);
   const Term* distinct_by_pairs(std::span<const Value> terms, bool real);
   const Term* distinct_by_function(std::span<const Value> terms, bool real);
-  const Term* is_member(const Term* index, const Term* element, std::span<const Value> terms,
+  const Term* is_member(const Term* place, const Term* element, std::span<const Value> terms,
                         bool real);
   const DataType* index_sort(std::size_t count);
   const Term* index(std::size_t i, const DataType* sort);
@@ -115,7 +115,7 @@ class PartialOperators {
 
   const Symbol* introduce(const std::string& base, const DataType* type,
                           const std::string& operation, std::vector<const Term*> arguments);
-  const Term* defer(Kind kind, const DataType* type, std::vector<const Term*> arguments);
+  const Term* defer(Kind kind, const DataType* type, const std::vector<const Term*>& arguments);
 
   TermBuilder& builder_;
   SideConditions& conditions_;

@@ -66,7 +66,7 @@ class Script : public ScriptHandler {
   void on_end(const LogicFeatures& added) override;
 
  private:
-  Query in_force_before(std::size_t command) const;
+  Query in_force_before(std::size_t end) const;
 
   std::size_t num_queries_ = 0;
   LogicFeatures later_logics_;
