@@ -238,7 +238,7 @@ const Term* PartialOperators::distinct(std::span<const Value> terms, bool real) 
     arguments.push_back(value.term);
   const std::vector<const DataType*> sorts(terms.size(), sort);
   return defer(Kind::distinct, manager.make_function_type(sorts, manager.get_bool_type()),
-               std::move(arguments));
+               arguments);
 }
 
 const Term* PartialOperators::distinct_by_pairs(std::span<const Value> terms, bool real) {

@@ -37,7 +37,7 @@ std::string expected_count(const Operator& op) {
     case Shape::whole:
       break;
   }
-  const std::string least = std::to_string(op.min_arguments);
+  std::string least = std::to_string(op.min_arguments);
   if (op.max_arguments == op.min_arguments)
     return least;
   if (op.max_arguments == 0)

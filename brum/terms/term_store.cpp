@@ -48,6 +48,7 @@ std::uint64_t* TermStore::count_of_uses(const Term* term) {
 }
 
 std::size_t TermStore::bytes_of(std::size_t arity) {
+  // NOLINTNEXTLINE(bugprone-sizeof-expression): the arguments are pointers
   return sizeof(std::uint64_t) + sizeof(Term) + arity * sizeof(const Term*);
 }
 
