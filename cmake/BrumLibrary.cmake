@@ -14,8 +14,27 @@ add_library(brum::brum ALIAS brum)
 target_sources(brum PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${brum_headers})
 target_compile_features(brum PUBLIC cxx_std_20)
 target_link_libraries(brum PUBLIC GMP::gmpxx PRIVATE $<BUILD_INTERFACE:brum_warnings>)
+# Only what BRUM_EXPORT marks can be linked to from outside a shared library. While the version begins
+# with 0, each minor version may have another binary interface, so both numbers name the library.
 set_target_properties(
   brum
   PROPERTIES LINKER_LANGUAGE CXX
              POSITION_INDEPENDENT_CODE ON
+             CXX_VISIBILITY_PRESET hidden
+             VISIBILITY_INLINES_HIDDEN ON
+             VERSION "${PROJECT_VERSION}"
+             SOVERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}"
              VERIFY_INTERFACE_HEADER_SETS ON)
+
+# brum_static: the same objects as a static library, for the tests, which also look at what a shared
+# library hides.
+get_target_property(brum_library_type brum TYPE)
+if(brum_library_type STREQUAL "STATIC_LIBRARY")
+  add_library(brum_static ALIAS brum)
+else()
+  add_library(brum_static STATIC EXCLUDE_FROM_ALL $<TARGET_OBJECTS:brum>)
+  target_include_directories(brum_static INTERFACE "${PROJECT_SOURCE_DIR}")
+  target_compile_features(brum_static INTERFACE cxx_std_20)
+  target_link_libraries(brum_static INTERFACE GMP::gmpxx)
+  set_target_properties(brum_static PROPERTIES LINKER_LANGUAGE CXX)
+endif()

@@ -26,7 +26,7 @@ endif()
 target_include_directories(brum_test_base INTERFACE "${PROJECT_SOURCE_DIR}")
 # The library is tested as optimised as it is shipped; for the tests themselves that only costs time.
 target_compile_options(brum_test_base INTERFACE $<$<CONFIG:Release>:-O1>)
-target_link_libraries(brum_test_base INTERFACE brum::brum brum_warnings GTest::gtest GTest::gmock)
+target_link_libraries(brum_test_base INTERFACE brum_static brum_warnings GTest::gtest GTest::gmock)
 if(TARGET rapidcheck)
   target_link_libraries(brum_test_base INTERFACE rapidcheck)
 endif()

@@ -1,6 +1,7 @@
 #ifndef BRUM_NUMBERS_QNUMBER_H
 #define BRUM_NUMBERS_QNUMBER_H
 
+#include "brum/utils/export.h"
 #include "brum/utils/hash.h"
 
 #include <gmpxx.h>
@@ -18,7 +19,7 @@ namespace brum {
  * Memo of `QNumber::normalize`: entry [a][b] is the greatest common divisor of a and b once it was
  * computed, else 0.
  */
-extern std::int64_t gcd_cache[1024][1024];
+extern BRUM_EXPORT std::int64_t gcd_cache[1024][1024];
 
 /**
  * Exact rational number of any size.
@@ -46,7 +47,7 @@ extern std::int64_t gcd_cache[1024][1024];
  * Not thread-safe, not even on different numbers: `normalize`, which nearly everything calls,
  * writes shared tables.
  */
-class QNumber {
+class BRUM_EXPORT QNumber {
  public:
   /** Zero. */
   QNumber() noexcept : small_num(0), small_den(1) {}
@@ -122,17 +123,21 @@ class QNumber {
   /** Establishes the invariants of the class without changing the form. */
   void normalize() noexcept;
 
-  friend bool operator==(const QNumber& a, const QNumber& b) noexcept;
-  friend std::strong_ordering operator<=>(const QNumber& a, const QNumber& b);
+  BRUM_EXPORT friend bool operator==(const QNumber& a, const QNumber& b) noexcept;
+  BRUM_EXPORT friend std::strong_ordering operator<=>(const QNumber& a, const QNumber& b);
 
-  friend QNumber operator-(const QNumber& a);  ///< The result is in the form of the operand.
-  friend QNumber operator+(const QNumber& a, const QNumber& b);
-  friend QNumber operator-(const QNumber& a, const QNumber& b);
-  friend QNumber operator*(const QNumber& a, const QNumber& b);
-  friend QNumber operator/(const QNumber& a, const QNumber& b);  ///< Throws Exception if `b` is 0.
+  /** The result is in the form of the operand. */
+  BRUM_EXPORT friend QNumber operator-(const QNumber& a);
 
-  friend QNumber abs(const QNumber& q);
-  friend std::ostream& operator<<(std::ostream& os, const QNumber& q);
+  BRUM_EXPORT friend QNumber operator+(const QNumber& a, const QNumber& b);
+  BRUM_EXPORT friend QNumber operator-(const QNumber& a, const QNumber& b);
+  BRUM_EXPORT friend QNumber operator*(const QNumber& a, const QNumber& b);
+
+  /** Throws Exception if `b` is 0. */
+  BRUM_EXPORT friend QNumber operator/(const QNumber& a, const QNumber& b);
+
+  BRUM_EXPORT friend QNumber abs(const QNumber& q);
+  BRUM_EXPORT friend std::ostream& operator<<(std::ostream& os, const QNumber& q);
 
   /** Scratch of `normalize`: the last divisor of a big number. Initialised before the first use. */
   static mpz_t gmp_tmp;
@@ -167,13 +172,13 @@ class QNumber {
 static_assert(sizeof(QNumber) == 16);
 
 /** The absolute value, in the form of `q`. */
-QNumber abs(const QNumber& q);
+BRUM_EXPORT QNumber abs(const QNumber& q);
 
 /**
  * Writes the numerator in decimal and, unless the denominator is 1, `/` and the denominator,
  * without blanks. Flags, width, fill and locale of the stream have no effect.
  */
-std::ostream& operator<<(std::ostream& os, const QNumber& q);
+BRUM_EXPORT std::ostream& operator<<(std::ostream& os, const QNumber& q);
 
 namespace hsh {
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "brum/terms/term_manager.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -22,12 +23,13 @@ struct NameProblem {
 /// strangers asks here first.
 ///
 /// The order is that in which the terms mention the symbols. Throws std::bad_alloc.
-std::vector<NameProblem> check_names(const TermManager& manager,
-                                     const std::vector<const Term*>& terms, bool v1_format);
+BRUM_EXPORT std::vector<NameProblem> check_names(const TermManager& manager,
+                                                 const std::vector<const Term*>& terms,
+                                                 bool v1_format);
 
 /// True when `name`, written without bars, is a reserved word of SMT-LIB 2.6 or one of its
 /// commands.
-bool is_reserved_word(std::string_view name);
+BRUM_EXPORT bool is_reserved_word(std::string_view name);
 
 }  // namespace brum
 

@@ -6,6 +6,7 @@
 
 #include "brum/printers/reference_counts.h"
 #include "brum/terms/term_manager.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -20,7 +21,7 @@ namespace brum {
 /// is cut off when it is the outermost of more than `inline_levels` nested compound terms; the
 /// formula itself is never cut off. In scripts that go on growing (several terms, API traces) any
 /// term whose text exceeds `inline_bytes` is, the listed or asserted term itself included.
-class DefinitionRule {
+class BRUM_EXPORT DefinitionRule {
  public:
   static constexpr std::size_t inline_levels = 64;
   static constexpr std::size_t inline_bytes = 4096;

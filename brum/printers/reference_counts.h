@@ -7,12 +7,13 @@
 #include "brum/printers/definition_map.h"
 #include "brum/terms/term_index.h"
 #include "brum/terms/term_walk.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
 /// Counts from how many places the terms of a text refer to each subterm. Two argument positions of
 /// one term are two places. Costs a byte per term met.
-class ReferenceCounts {
+class BRUM_EXPORT ReferenceCounts {
  public:
   /// Counts the references below `term`. Subterms that were counted already, by this call or an
   /// earlier one, are not entered again, nor are those that `handled` (may be null) holds: their

@@ -6,6 +6,7 @@
 
 #include "brum/printers/smtlib_term_printer.h"
 #include "brum/terms/annotation_map.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -16,7 +17,7 @@ namespace brum {
 ///     printer.print_terms(std::cout, {first, second});
 ///
 /// A single term (print_single_term) is always printed with `let`, whatever the mode.
-class SmtLib2TermPrinter : public SmtLibTermPrinter {
+class BRUM_EXPORT SmtLib2TermPrinter : public SmtLibTermPrinter {
  public:
   /// Makes a printer that defines shared subterms by `define-fun` commands (`define_fun` true) or
   /// by `let` around the assertion. `attributes`, which may be null, must outlive the printer: a

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "brum/printers/term_printer.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -22,7 +23,7 @@ namespace brum {
 /// its lifetime.
 ///
 /// Numbers in the text are plain decimals whatever the locale and the flags of the stream.
-class SmtLibTermPrinter : public TermPrinter {
+class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
  public:
   /// Makes a printer for version 1.2 (`is_v1` true) or version 2. The logic's name and the status
   /// go into the header as they are; an empty one leaves its line out.

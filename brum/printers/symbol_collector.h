@@ -5,13 +5,14 @@
 
 #include "brum/terms/term_index.h"
 #include "brum/terms/term_walk.h"
+#include "brum/utils/export.h"
 #include "brum/utils/hash_containers.h"
 
 namespace brum {
 
 /// Collects the symbols of terms and the sorts that declarations of the user's symbols name into
 /// two sets of the caller's, which must outlive it. A subterm is visited once, over all terms.
-class SymbolCollector {
+class BRUM_EXPORT SymbolCollector {
  public:
   SymbolCollector(hsh::HashSet<const Symbol*>& symbols, hsh::HashSet<const DataType*>& types)
       : symbols_(symbols), types_(types) {}

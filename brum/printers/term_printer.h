@@ -9,6 +9,7 @@
 #include "brum/printers/definition_rule.h"
 #include "brum/terms/term_manager.h"
 #include "brum/utils/exception.h"
+#include "brum/utils/export.h"
 #include "brum/utils/hash_containers.h"
 
 namespace brum {
@@ -29,10 +30,10 @@ namespace brum {
 /// no other thread may change the manager meanwhile. The stream's state is never looked at. An
 /// exception leaves at once whatever function it arises in; what was written stays on the stream,
 /// and the printer may be used again.
-class TermPrinter {
+class BRUM_EXPORT TermPrinter {
  public:
   /// Thrown by the hooks for what the format cannot express.
-  class error : public Exception {
+  class BRUM_EXPORT error : public Exception {
    public:
     explicit error(const std::string& msg) : Exception(msg) {}
   };

@@ -7,10 +7,12 @@
 #include <string>
 #include <string_view>
 
+#include "brum/utils/export.h"
+
 namespace brum {
 
 /// A stream buffer over memory that is used again and again. Grows by doubling.
-class TextBuffer : public std::streambuf {
+class BRUM_EXPORT TextBuffer : public std::streambuf {
  public:
   /// What was written since the last clear(); valid until more is written.
   std::string_view text() const { return {pbase(), static_cast<std::size_t>(pptr() - pbase())}; }
@@ -29,7 +31,7 @@ class TextBuffer : public std::streambuf {
 };
 
 /// An output stream into a TextBuffer. Throws where memory ends instead of setting a bit.
-class TextStream : public std::ostream {
+class BRUM_EXPORT TextStream : public std::ostream {
  public:
   TextStream() : std::ostream(nullptr) {
     rdbuf(&buffer_);

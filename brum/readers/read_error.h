@@ -5,6 +5,7 @@
 #include <string>
 
 #include "brum/utils/exception.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -19,7 +20,7 @@ struct TextPosition {
 /// Thrown by the readers for a text that is wrong or that a term store cannot hold.
 ///
 /// what() is `FILE:LINE:COLUMN: error: found …, expected …`, so that editors can jump to the place.
-class ReadError : public Exception {
+class BRUM_EXPORT ReadError : public Exception {
  public:
   ReadError(const std::string& file, TextPosition position, const std::string& message);
 

@@ -9,6 +9,7 @@
 #include "brum/readers/script_handler.h"
 #include "brum/terms/annotation_map.h"
 #include "brum/terms/term.h"
+#include "brum/utils/export.h"
 #include "brum/utils/hash_containers.h"
 
 namespace brum {
@@ -29,7 +30,7 @@ struct Query {
 ///     Script script;
 ///     SmtLib2Reader(mgr).read(in, script);
 ///     const Query first = script.query(1);
-class Script : public ScriptHandler {
+class BRUM_EXPORT Script : public ScriptHandler {
  public:
   std::string logic;                                         // the first one set
   std::string status;                                        // the first query's; else the last one

@@ -10,6 +10,7 @@
 #include "brum/readers/partial_operators.h"
 #include "brum/readers/read_error.h"
 #include "brum/terms/term.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -47,7 +48,7 @@ struct Command {
 
 /// Told what a script says while it is read, in the order of the script. By default nothing is
 /// done. What an operation throws ends the reading.
-class ScriptHandler {
+class BRUM_EXPORT ScriptHandler {
  public:
   ScriptHandler() = default;
   ScriptHandler(const ScriptHandler&) = delete;

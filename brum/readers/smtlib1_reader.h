@@ -8,6 +8,7 @@
 #include "brum/readers/script.h"
 #include "brum/readers/script_handler.h"
 #include "brum/terms/term_manager.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -34,7 +35,7 @@ namespace brum {
 ///
 ///     Script script;
 ///     SmtLib1Reader(mgr).read(in, script);
-class SmtLib1Reader {
+class BRUM_EXPORT SmtLib1Reader {
  public:
   /// `manager` must outlive the reader.
   explicit SmtLib1Reader(TermManager& manager, ReaderOptions options = {});

@@ -8,6 +8,7 @@
 #include "brum/readers/script.h"
 #include "brum/readers/script_handler.h"
 #include "brum/terms/term_manager.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -23,7 +24,7 @@ namespace brum {
 ///
 ///     Script script;
 ///     SmtLib2Reader(mgr).read(in, script);
-class SmtLib2Reader {
+class BRUM_EXPORT SmtLib2Reader {
  public:
   /// `manager` must outlive the reader.
   explicit SmtLib2Reader(TermManager& manager, ReaderOptions options = {});

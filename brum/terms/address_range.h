@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "brum/utils/export.h"
+
 namespace brum {
 
 /// Memory at addresses that are the same in every run of a program, whatever the randomisation of
@@ -16,7 +18,7 @@ namespace brum {
 /// Where the system does not give the place (a limit on the address space, a sanitizer or tool that
 /// lays memory out itself, all places taken, not Linux on 64 bits), the range is empty, and its
 /// owner takes its memory elsewhere.
-class AddressRange {
+class BRUM_EXPORT AddressRange {
  public:
   AddressRange() noexcept;
   AddressRange(const AddressRange&) = delete;

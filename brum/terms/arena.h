@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "brum/terms/address_range.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -18,7 +19,7 @@ namespace brum {
 ///
 /// Objects lie one after another in large chunks; nothing is given back before the arena dies.
 /// A failed allocation throws std::bad_alloc and changes nothing.
-class Arena {
+class BRUM_EXPORT Arena {
  public:
   /// Where the objects lie: anywhere, or at addresses that are the same in every run, as far as
   /// the system lets them (see AddressRange).

@@ -5,11 +5,13 @@
 #include <cstdint>
 #include <string>
 
+#include "brum/utils/export.h"
+
 namespace brum {
 
 /// A sort. Made and owned by a TermManager, which keeps each sort once: two sorts are the same
 /// exactly when their addresses are. Immutable.
-class DataType {
+class BRUM_EXPORT DataType {
  public:
   enum class Kind : std::uint8_t {
     boolean,

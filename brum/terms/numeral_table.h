@@ -7,6 +7,7 @@
 #include "brum/terms/sort_table.h"
 #include "brum/terms/symbol_factory.h"
 #include "brum/terms/term.h"
+#include "brum/utils/export.h"
 #include "brum/utils/hash_containers.h"
 
 namespace brum {
@@ -15,7 +16,7 @@ namespace brum {
 /// and modular congruences, one per modulus.
 ///
 /// Every operation may throw std::bad_alloc and then adds nothing.
-class NumeralTable {
+class BRUM_EXPORT NumeralTable {
  public:
   NumeralTable(SymbolFactory& factory, SortTable& sorts) : factory_(factory), sorts_(sorts) {}
 

@@ -7,6 +7,7 @@
 #include "brum/terms/sort_table.h"
 #include "brum/terms/symbol_factory.h"
 #include "brum/terms/term.h"
+#include "brum/utils/export.h"
 #include "brum/utils/hash_containers.h"
 
 namespace brum {
@@ -25,7 +26,7 @@ struct OperatorKey {
 
 /// Holds the tagged operators of a manager, one symbol per kind, indices and sorts. The sort of an
 /// operator is worked out by the caller (the manager), which has checked the arguments.
-class OperatorTable {
+class BRUM_EXPORT OperatorTable {
  public:
   OperatorTable(SymbolFactory& factory, SortTable& sorts) : factory_(factory), sorts_(sorts) {}
 

@@ -4,13 +4,14 @@
 #include <string_view>
 
 #include "brum/terms/term.h"
+#include "brum/utils/export.h"
 #include "brum/utils/hash_containers.h"
 
 namespace brum {
 
 /// The user's symbols of a manager by name. Interpreted symbols are not in it: their names stand in
 /// nobody's way.
-class Signature {
+class BRUM_EXPORT Signature {
  public:
   /// Gives the symbol declared under exactly this name, null if there is none.
   const Symbol* get_symbol(const char* name) const { return get_symbol(std::string_view(name)); }

@@ -9,6 +9,7 @@
 
 #include "brum/terms/arena.h"
 #include "brum/terms/data_type.h"
+#include "brum/utils/export.h"
 #include "brum/utils/hash_containers.h"
 
 namespace brum {
@@ -17,7 +18,7 @@ namespace brum {
 ///
 /// Sorts lie in the arena given at construction, which must outlive the table. Every operation may
 /// throw std::bad_alloc and then adds nothing.
-class SortTable {
+class BRUM_EXPORT SortTable {
  public:
   explicit SortTable(Arena& arena);
 

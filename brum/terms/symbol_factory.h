@@ -5,12 +5,13 @@
 
 #include "brum/terms/arena.h"
 #include "brum/terms/term.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
 /// Places symbols in an arena. Makes a new symbol at each call; keeping them apart or together is
 /// the business of the tables that call it.
-class SymbolFactory {
+class BRUM_EXPORT SymbolFactory {
  public:
   explicit SymbolFactory(Arena& arena) : arena_(arena) {}
 

@@ -8,6 +8,7 @@
 
 #include "brum/terms/data_type.h"
 #include "brum/terms/symbol_tag.h"
+#include "brum/utils/export.h"
 #include "brum/utils/hash_containers.h"
 
 namespace brum {
@@ -15,7 +16,7 @@ namespace brum {
 /// The head of a term: a constant, function, predicate, operator or numeral.
 ///
 /// Made and owned by a TermManager; compared by address. Immutable.
-class Symbol {
+class BRUM_EXPORT Symbol {
  public:
   /// The name under which the symbol was made, NUL-terminated. User symbols have the name they
   /// were declared under; interpreted symbols have names of their own, used in messages only.
@@ -56,7 +57,7 @@ class Symbol {
 /// Made and owned by a TermManager, which keeps each application once: two terms of one manager
 /// are the same exactly when their addresses are. Immutable. A term's arguments have lower ids
 /// than the term.
-class Term {
+class BRUM_EXPORT Term {
  public:
   Term(const Term&) = delete;
   Term& operator=(const Term&) = delete;

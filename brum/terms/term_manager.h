@@ -19,6 +19,7 @@
 #include "brum/terms/term.h"
 #include "brum/terms/term_store.h"
 #include "brum/utils/exception.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -39,10 +40,10 @@ namespace brum {
 ///     const Term* bounded = mgr.make_leq(x, mgr.make_number(7));
 ///
 /// One thread at a time.
-class TermManager {
+class BRUM_EXPORT TermManager {
  public:
   /// Thrown by a builder whose arguments do not fit; what() says which and why.
-  class error : public Exception {
+  class BRUM_EXPORT error : public Exception {
    public:
     explicit error(const std::string& msg) : Exception(msg) {}
   };

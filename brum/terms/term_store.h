@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "brum/terms/term.h"
+#include "brum/utils/export.h"
 
 namespace brum {
 
@@ -18,7 +19,7 @@ namespace brum {
 /// addresses of terms, at most three quarters full, and beside it a byte of each hash, so
 /// that a search looks at hardly any term but the right one: 12 to 24 bytes a term. Nothing is
 /// destroyed term by term, so that a deep formula costs no stack when the store dies.
-class TermStore {
+class BRUM_EXPORT TermStore {
  public:
   TermStore() = default;
   TermStore(const TermStore&) = delete;

@@ -6,6 +6,8 @@
 #include <sstream>
 #include <string>
 
+#include "brum/utils/export.h"
+
 namespace brum {
 
 /**
@@ -19,7 +21,7 @@ namespace brum {
  * The stream writes numbers in the classic locale. Objects are thrown by value and may be copied; a
  * copy holds the same text and is independent of its source.
  */
-class Exception : public std::exception {
+class BRUM_EXPORT Exception : public std::exception {
  public:
   /**
    * Makes an error whose text is the whole of `msg`, NUL bytes included, and runs

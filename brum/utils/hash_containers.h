@@ -1,6 +1,7 @@
 #ifndef BRUM_UTILS_HASH_CONTAINERS_H
 #define BRUM_UTILS_HASH_CONTAINERS_H
 
+#include "brum/utils/export.h"
 #include "brum/utils/hash.h"
 #include "brum/utils/memory_pool.h"
 
@@ -21,13 +22,13 @@ namespace brum::hsh {
  * The number of buckets of a table that asked for `n`: the first prime of a fixed list not below
  * `n`, else the last.
  */
-std::size_t choose_bucket_count(std::size_t n);
+BRUM_EXPORT std::size_t choose_bucket_count(std::size_t n);
 
 /**
  * A number of buckets with what is computed from it once, so that neither look-up nor load check
  * divides.
  */
-class BucketCount {
+class BRUM_EXPORT BucketCount {
  public:
   /** No buckets at all; `growth_size` is 0, so that the first insertion asks for some. */
   BucketCount() = default;
