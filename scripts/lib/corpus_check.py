@@ -38,6 +38,7 @@ class Settings:
     limits_equivalence: Limits
     limits_command: Limits
     reads_v1: bool
+    both_prove: bool = False  # z3 and cvc5 both have to prove equivalence
 
 
 @dataclass
@@ -231,29 +232,37 @@ class Checker:
     def judge_equivalence(self):
         if not self.is_written('v2'):
             return
-        verdict = self.equivalence()
+        verdict, script = self.prove_equivalence()
         self.report.verdicts['v2', 'equivalence'] = verdict
+        if self.settings.both_prove and script:
+            limits = self.settings.limits_equivalence
+            again = judge('cvc5', solver_command('cvc5', script), limits, ['unsat'])
+            self.report.verdicts['v2', 'equivalence, cvc5'] = again
 
-    def equivalence(self):
+    def prove_equivalence(self):
+        """Gives z3's verdict, or cvc5's where z3 has none, and the path of the script if any."""
         document, introduced = read_text(self.path('v2.txt')), read_text(self.path('introduced'))
         try:
             comparison = equivalence.compare(self.text, document, introduced)
         except equivalence.Differs as problem:
-            return Verdict('disagreed', str(problem))
+            return Verdict('disagreed', str(problem)), None
         except (equivalence.NotComparable, TextError) as problem:
-            return Verdict('not compared', str(problem))
-        path = self.path('equivalence.smt2')
+            return Verdict('not compared', str(problem)), None
+        path = str(self.path('equivalence.smt2'))
         write_text(path, comparison.script)
+        return self.judge_comparison(path, comparison.one_way), path
+
+    def judge_comparison(self, path, one_way):
         limits = self.settings.limits_equivalence
-        verdict = judge('z3', solver_command('z3', str(path)), limits, ['unsat'])
+        verdict = judge('z3', solver_command('z3', path), limits, ['unsat'])
         if verdict.kind == 'refused':
             if self.refuses_original('z3', verdict.detail, False):
                 return Verdict('undecided', f'z3 does not read the input: {verdict.detail}')
             return verdict
-        if verdict.kind == 'agreed' and comparison.one_way:
+        if verdict.kind == 'agreed' and one_way:
             return Verdict('agreed one way', 'symbols for a large distinct can have any value')
         if verdict.kind in ('undecided', 'crashed'):
-            again = judge('cvc5', solver_command('cvc5', str(path)), limits, ['unsat'])
+            again = judge('cvc5', solver_command('cvc5', path), limits, ['unsat'])
             if again.kind in ('agreed', 'disagreed'):
                 again.detail = (again.detail + ' by cvc5').strip()
                 return again

@@ -37,6 +37,9 @@ def parse_arguments():
         '--timeout', type=float, metavar='SECONDS', help='of processor time for a run of a solver'
     )
     parser.add_argument('--thorough', action='store_true', help='give the solvers minutes')
+    parser.add_argument(
+        '--both', action='store_true', help='have cvc5 prove equivalence too, whatever z3 says'
+    )
     parser.add_argument('--memory', type=int, default=4096, metavar='MIB', help='for each solver')
     parser.add_argument(
         '--min-read', type=float, default=99, metavar='PERCENT', help='of the files to be read'
@@ -111,6 +114,7 @@ def main():
             Limits(arguments.timeout or given['equivalence'], arguments.memory),
             Limits(60, arguments.memory),
             reads_v1(arguments.brumlin),
+            arguments.both,
         )
         reports = []
         with multiprocessing.Pool(arguments.jobs) as pool:

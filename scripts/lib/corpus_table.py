@@ -19,6 +19,7 @@ JUDGES = (
     ('v2', 'z3'),
     ('v2', 'cvc5'),
     ('v2', 'equivalence'),
+    ('v2', 'equivalence, cvc5'),
     ('define-fun', 'z3'),
     ('define-fun', 'cvc5'),
     ('terms', 'z3'),

@@ -177,7 +177,7 @@ sys.exit({status})
 
 
 class WholeCheck(unittest.TestCase):
-    def run_check(self, formula, status=0):
+    def run_check(self, formula, status=0, options=()):
         with tempfile.TemporaryDirectory() as folder:
             script = '(set-logic QF_LIA)(declare-fun x () Int)(assert (< x 3))(check-sat)'
             (Path(folder) / 'a.smt2').write_text(script)
@@ -186,7 +186,8 @@ class WholeCheck(unittest.TestCase):
             command.write_text(FAKE_COMMAND.format(formula=formula, status=status))
             command.chmod(command.stat().st_mode | stat.S_IXUSR)
             return subprocess.run(
-                [sys.executable, LIBRARY / 'corpus_main.py', folder, '--brumlin', command, '-j1'],
+                [sys.executable, LIBRARY / 'corpus_main.py', folder]
+                + ['--brumlin', command, '-j1', *options],
                 capture_output=True,
                 text=True,
                 check=False,
@@ -207,6 +208,14 @@ class WholeCheck(unittest.TestCase):
         result = self.run_check('(< x 4)')
         self.assertEqual(result.returncode, 1)
         self.assertIn('a.smt2: v2, equivalence: disagreed: answer 1 is sat, not unsat', result.stdout)
+
+    def test_a_second_prover_is_asked_if_wanted(self):
+        result = self.run_check('(not (<= 3 x))', options=['--both'])
+        self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
+        self.assertRegex(result.stdout, r'v2 +equivalence, cvc5 +1 +1 ')
+        result = self.run_check('(< x 4)', options=['--both'])
+        self.assertEqual(result.returncode, 1)
+        self.assertIn('a.smt2: v2, equivalence, cvc5: disagreed: answer 1 is sat', result.stdout)
 
     def test_a_strange_status_fails(self):
         result = self.run_check('(< x 3)', status=7)
