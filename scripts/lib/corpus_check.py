@@ -192,7 +192,7 @@ class Checker:
         result = run(command, self.settings.limits)
 
         def reason(text):
-            return re.sub(r'.*?"(?:line \d+ column \d+: )?|[^ ]*:\d+[:.]\d+:?|[0-9]+', '', text)
+            return re.sub(r'.*?"(?:line \d+ column \d+: )?|(?:[^ ]*:)?\d+[:.]\d+:?|[0-9]+', '', text)
 
         said = (result.output + result.messages).splitlines()
         return reason(complaint) in [reason(line) for line in said]
@@ -235,9 +235,15 @@ class Checker:
         verdict, script = self.prove_equivalence()
         self.report.verdicts['v2', 'equivalence'] = verdict
         if self.settings.both_prove and script:
-            limits = self.settings.limits_equivalence
-            again = judge('cvc5', solver_command('cvc5', script), limits, ['unsat'])
-            self.report.verdicts['v2', 'equivalence, cvc5'] = again
+            self.report.verdicts['v2', 'equivalence, cvc5'] = self.judge_proof('cvc5', script)
+
+    def judge_proof(self, name, script):
+        """Gives what a solver says of a script of comparison."""
+        command = solver_command(name, script)
+        verdict = judge(name, command, self.settings.limits_equivalence, ['unsat'])
+        if verdict.kind == 'refused' and self.refuses_original(name, verdict.detail, False):
+            return Verdict('undecided', f'{name} does not read the input: {verdict.detail}')
+        return verdict
 
     def prove_equivalence(self):
         """Gives z3's verdict, or cvc5's where z3 has none, and the path of the script if any."""
@@ -253,16 +259,11 @@ class Checker:
         return self.judge_comparison(path, comparison.one_way), path
 
     def judge_comparison(self, path, one_way):
-        limits = self.settings.limits_equivalence
-        verdict = judge('z3', solver_command('z3', path), limits, ['unsat'])
-        if verdict.kind == 'refused':
-            if self.refuses_original('z3', verdict.detail, False):
-                return Verdict('undecided', f'z3 does not read the input: {verdict.detail}')
-            return verdict
+        verdict = self.judge_proof('z3', path)
         if verdict.kind == 'agreed' and one_way:
             return Verdict('agreed one way', 'symbols for a large distinct can have any value')
         if verdict.kind in ('undecided', 'crashed'):
-            again = judge('cvc5', solver_command('cvc5', path), limits, ['unsat'])
+            again = self.judge_proof('cvc5', path)
             if again.kind in ('agreed', 'disagreed'):
                 again.detail = (again.detail + ' by cvc5').strip()
                 return again

@@ -1,0 +1,8 @@
+; bvnego is what it is defined to be: the two sides never differ.
+(set-logic QF_BV)
+(set-info :status unsat)
+(declare-const a (_ BitVec 4))
+(declare-const b (_ BitVec 4))
+(assert (distinct (bvnego a)
+    (= a #b1000)))
+(check-sat)

@@ -1,0 +1,8 @@
+; bvsdivo is what it is defined to be: the two sides never differ.
+(set-logic QF_BV)
+(set-info :status unsat)
+(declare-const a (_ BitVec 4))
+(declare-const b (_ BitVec 4))
+(assert (distinct (bvsdivo a b)
+    (and (= a #b1000) (= b #b1111))))
+(check-sat)

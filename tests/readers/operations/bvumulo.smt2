@@ -1,0 +1,8 @@
+; bvumulo is what it is defined to be: the two sides never differ.
+(set-logic QF_BV)
+(set-info :status unsat)
+(declare-const a (_ BitVec 4))
+(declare-const b (_ BitVec 4))
+(assert (distinct (bvumulo a b)
+    (and (distinct b #b0000) (bvugt a (bvudiv #b1111 b)))))
+(check-sat)
