@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <random>
 #include <string_view>
 #include <utility>
 
@@ -46,7 +48,16 @@ TermGeneratorOptions TermGeneratorOptions::for_real_logic() {
 
 TermGenerator::TermGenerator(TermManager& manager, std::uint64_t seed,
                              const TermGeneratorOptions& options)
-    : mgr_(manager), options_(options), random_(seed) {
+    : TermGenerator(
+          manager,
+          [random = std::mt19937_64(seed)](std::uint64_t bound) mutable {
+            return random() % bound;
+          },
+          options) {}
+
+TermGenerator::TermGenerator(TermManager& manager, Choice choice,
+                             const TermGeneratorOptions& options)
+    : mgr_(manager), options_(options), choice_(std::move(choice)) {
   choose_sorts();
   choose_operations();
   choose_functions();
@@ -150,7 +161,7 @@ std::string TermGenerator::arbitrary_name() {
     case 2:  // like labels
       return (pick(2) == 0 ? ".def_" : "?def_") + std::to_string(pick(50));
     case 3: {
-      std::string text(1 + pick(6), ' ');
+      std::string text((options_.unwritable_names ? 0 : 1) + pick(6), ' ');
       for (char& byte : text)
         byte = static_cast<char>(1 + pick(255));
       return text;
@@ -168,7 +179,7 @@ bool TermGenerator::is_writable(const std::string& text) {
   if (options_.v1_names && v1_identifier(text) != text)
     return false;
   const Term* term = names_.make_term(names_.declare(text, names_.get_bool_type()));
-  return check_names(names_, {term}, options_.v1_names).empty();
+  return options_.unwritable_names || check_names(names_, {term}, options_.v1_names).empty();
 }
 
 // Arguments.
@@ -220,7 +231,8 @@ const Term* TermGenerator::constant(const DataType* sort) {
 }
 
 mpz_class TermGenerator::any_natural() {
-  mpz_class value = static_cast<unsigned long>(pick(2) == 0 ? pick(10) : random_() >> pick(64));
+  constexpr std::size_t any = std::numeric_limits<std::size_t>::max();
+  mpz_class value = static_cast<unsigned long>(pick(2) == 0 ? pick(10) : pick(any) >> pick(64));
   if (pick(10) == 0)
     value = value * value * value;
   return value;

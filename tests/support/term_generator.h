@@ -3,8 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <random>
+#include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "brum/terms/term_manager.h"
@@ -37,6 +38,9 @@ struct TermGeneratorOptions {
   /// Names of any bytes that the printers can write so that they stand for themselves; else x0, f1.
   bool arbitrary_names = false;
 
+  /// Of the arbitrary names also those that no text tells apart or that end a text early.
+  bool unwritable_names = false;
+
   /// Names are to be writable in version 1.2 without being rewritten.
   bool v1_names = false;
 
@@ -53,8 +57,14 @@ struct TermGeneratorOptions {
 /// Sorts and symbols are chosen once, for all terms of one generator.
 class TermGenerator {
  public:
-  /// `manager` must outlive the generator.
+  /// Gives a number from 0 up to but not its argument; it must not go on giving the same one.
+  using Choice = std::function<std::uint64_t(std::uint64_t bound)>;
+
+  /// Takes its choices from a random sequence. `manager` must outlive the generator.
   TermGenerator(TermManager& manager, std::uint64_t seed, const TermGeneratorOptions& options = {});
+
+  /// Takes its choices from `choice`.
+  TermGenerator(TermManager& manager, Choice choice, const TermGeneratorOptions& options = {});
 
   /// Gives a formula that holds `size` random applications, and as many more as it takes to put
   /// them into one formula. Applications refer to earlier ones of the same formula, often to the
@@ -62,7 +72,7 @@ class TermGenerator {
   const Term* formula(std::size_t size);
 
   /// Gives a random number from 0 up to but not `bound`.
-  std::size_t pick(std::size_t bound) { return static_cast<std::size_t>(random_() % bound); }
+  std::size_t pick(std::size_t bound) { return static_cast<std::size_t>(choice_(bound)); }
 
  private:
   using Operation = const Term* (TermGenerator::*)();
@@ -113,7 +123,7 @@ class TermGenerator {
 
   TermManager& mgr_;
   TermGeneratorOptions options_;
-  std::mt19937_64 random_;
+  Choice choice_;
 
   std::vector<const DataType*> sorts_;        // of all kinds
   std::vector<const DataType*> bit_vectors_;  // of the sorts

@@ -1,0 +1,7 @@
+(set-logic QF_BV)
+(declare-const v (_ BitVec 8))
+(assert (= (concat #xA5 v #b1) ((_ zero_extend 9) v)))
+(assert (bvult (bvadd v #x01 v) ((_ extract 7 0) (concat v v)) ))
+(assert (bvsge ((_ rotate_left 3) v) ((_ repeat 1) v) ))
+(assert (= ((_ sign_extend 0) (bvnand v v)) (_ bv13 8) (bvsmod v (bvashr v (bvneg (bvnot v))))))
+(assert (= (bvcomp v v) #b1 ((_ extract 0 0) (bvxnor v v))))

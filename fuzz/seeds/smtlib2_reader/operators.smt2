@@ -1,0 +1,5 @@
+(declare-const p Bool)(declare-const x Int)(declare-const r Real)(declare-const a (Array Int Real))
+(assert (xor p (=> p (distinct x 1 2)) (ite p true (and p (or p (not p))))))
+(assert (= x (mod x 3) (div x 2) (abs x) (to_int r) (- x)))
+(assert (<= 1.5 r (/ 1 3) (to_real x) (select (store a x r) 0)))
+(assert (or (> r x) (>= x r) (is_int r) ((_ divisible 3) x)))

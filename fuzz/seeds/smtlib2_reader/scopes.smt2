@@ -1,0 +1,7 @@
+(declare-fun f ((_ BitVec 3)) Bool)
+(push)(declare-fun f () Int)(assert (let ((f (+ f f))) (let ((f (* f 2)) (g f)) (= f g))))(pop)
+(assert (f #b101))
+(reset)
+(define-fun f ((x Bool)) Bool (and x x))(define-fun g ((x Bool)) Bool (f (f x)))
+(declare-const || Bool)(assert (g ||))
+(set-logic QF_LRA)(declare-const x Real)(assert (= (- 1) x (/ 3 4) 2))
