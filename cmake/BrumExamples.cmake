@@ -1,6 +1,10 @@
-# examples/*.cpp are programs, examples/*.smt2 inputs of the command, and the complete C++ programs of
-# the documentation are programs too. Every one of them is a test: it must end with status 0.
+# examples/*.cpp and *.c are programs, examples/*.smt2 inputs of the command, and the complete C++ and C
+# programs of the documentation are programs too. Every one of them is a test: it must end with status 0.
 enable_testing()
+enable_language(C)
+set(CMAKE_C_STANDARD 11)
+set(CMAKE_C_STANDARD_REQUIRED ON)
+set(CMAKE_C_EXTENSIONS OFF)
 include(ExtractExamples)
 
 # Adds the program `target` made of `source`, and the test that runs it.
@@ -11,7 +15,8 @@ function(brum_add_example target source)
   set_tests_properties(${target} PROPERTIES TIMEOUT 60)
 endfunction()
 
-file(GLOB brum_example_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/examples/*.cpp")
+file(GLOB brum_example_sources CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/examples/*.cpp"
+     "${PROJECT_SOURCE_DIR}/examples/*.c")
 foreach(source IN LISTS brum_example_sources)
   cmake_path(GET source STEM name)
   brum_add_example(example_${name} "${source}")

@@ -14,6 +14,11 @@ add_library(brum::brum ALIAS brum)
 target_sources(brum PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${brum_headers})
 target_compile_features(brum PUBLIC cxx_std_20)
 target_link_libraries(brum PUBLIC GMP::gmpxx PRIVATE $<BUILD_INTERFACE:brum_warnings>)
+# The C interface tells the version.
+set_source_files_properties(
+  "${PROJECT_SOURCE_DIR}/brum/capi/base.cpp" PROPERTIES COMPILE_DEFINITIONS
+                                                        BRUM_VERSION="${PROJECT_VERSION}")
+
 # Only what BRUM_EXPORT marks can be linked to from outside a shared library. While the version begins
 # with 0, each minor version may have another binary interface, so both numbers name the library.
 set_target_properties(
@@ -24,6 +29,7 @@ set_target_properties(
              VISIBILITY_INLINES_HIDDEN ON
              VERSION "${PROJECT_VERSION}"
              SOVERSION "${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}"
+             DEFINE_SYMBOL "" # the same objects serve a static and a shared library
              VERIFY_INTERFACE_HEADER_SETS ON)
 
 # brum_static: the same objects as a static library, for the tests, which also look at what a shared

@@ -1,0 +1,98 @@
+#include "brum/capi/traces.h"
+
+#include <string_view>
+
+#include "brum/capi/options.h"
+#include "brum/capi/sink_stream.h"
+
+using namespace brum::capi;
+
+struct brum_trace {
+  brum_manager* manager;
+  std::shared_ptr<brum::AnnotationMap> attributes;  // that the printer looks at
+  std::unique_ptr<brum::SmtLib2TermPrinter> printer;
+};
+
+namespace {
+
+/// Runs `print` on the trace's printer and a stream into the sink.
+template <class Print>
+brum_status write(brum_trace* trace, brum_sink sink, const Print& print) noexcept {
+  if (trace == nullptr) {
+    return BRUM_ERROR_NULL;
+  }
+  return perform(trace->manager, [&] {
+    SinkStream out(sink);
+    print(*trace->printer, out);
+    out.finish();
+  });
+}
+
+/// Gives the attribute that names an assertion, empty without a name.
+std::string name_attribute(brum::SmtLib2TermPrinter& printer, const char* name) {
+  if (name == nullptr) {
+    return {};
+  }
+  const std::string text = name;
+  if (text.empty() || text.find_first_of("|\\") != std::string::npos) {
+    throw brum::Exception("an assertion cannot have the name `" + text + "`");
+  }
+  return ":named " + printer.to_smtlib(text);
+}
+
+}  // namespace
+
+brum_trace* brum_trace_new(brum_manager* manager, const brum_options* options) noexcept {
+  brum_trace* trace = nullptr;
+  perform(manager, [&] {
+    const brum_options& how = or_defaults(options);
+    auto printer = make_version2_printer(manager->terms, how, how.form == BRUM_FORM_DEFINE_FUN);
+    trace = new brum_trace{manager, how.attributes, std::move(printer)};
+  });
+  return trace;
+}
+
+void brum_trace_free(brum_trace* trace) noexcept {
+  delete trace;
+}
+
+brum_status brum_trace_start(brum_trace* trace, brum_sink sink) noexcept {
+  return write(trace, sink, [](brum::SmtLib2TermPrinter& printer, std::ostream& out) {
+    printer.print_start(out);
+  });
+}
+
+brum_status brum_trace_declare_sort(brum_trace* trace, const brum_sort* sort,
+                                    brum_sink sink) noexcept {
+  return write(trace, sink, [&](brum::SmtLib2TermPrinter& printer, std::ostream& out) {
+    const brum::DataType* declared = require(sort);
+    if (!brum::TermManager::is_uninterpreted_type(declared)) {
+      throw brum::TermManager::error("only uninterpreted sorts are declared, not " +
+                                     declared->to_str());
+    }
+    printer.print_type_declaration(out, declared);
+  });
+}
+
+brum_status brum_trace_declare(brum_trace* trace, const brum_symbol* symbol,
+                               brum_sink sink) noexcept {
+  return write(trace, sink, [&](brum::SmtLib2TermPrinter& printer, std::ostream& out) {
+    const brum::Symbol* declared = require(symbol);
+    if (brum::TermManager::is_interpreted(declared)) {
+      throw brum::TermManager::error("an operator cannot be declared");
+    }
+    printer.print_symbol_declaration(out, declared);
+  });
+}
+
+brum_status brum_trace_assert(brum_trace* trace, const brum_term* formula, const char* name,
+                              brum_sink sink) noexcept {
+  return write(trace, sink, [&](brum::SmtLib2TermPrinter& printer, std::ostream& out) {
+    const brum::Term* asserted = require(formula);
+    if (asserted->sort()->kind() != brum::DataType::Kind::boolean) {
+      throw brum::TermManager::error("the term is no formula, its sort is " +
+                                     asserted->sort()->to_str());
+    }
+    printer.apitracer_print_term(out, asserted, name_attribute(printer, name));
+  });
+}
