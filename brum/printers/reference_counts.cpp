@@ -5,31 +5,18 @@ namespace brum {
 void ReferenceCounts::add_term(const Term* term, const DefinitionMap* handled) {
   bool at_root = true;
   const auto enter = [&](const Term* visited) {
-    const bool from_argument = !at_root;
+    const bool is_referred_to = !at_root;
     at_root = false;
     if (handled != nullptr && handled->find(visited) != handled->end()) {
       return false;
     }
-    std::uint8_t& count = counts_[visited];
-    const bool first_visit = count == unseen;
-    if (first_visit) {
-      count = met;
-      ++num_terms_;
-    }
-    if (from_argument && count < many) {
-      ++count;
-    }
-    return first_visit;
+    return visit(visited, is_referred_to);
   };
   walk_.run(term, enter, [](const Term*) {});
 }
 
 void ReferenceCounts::add_reference(const Term* term) {
-  add_term(term);
-  std::uint8_t& count = counts_[term];
-  if (count < many) {
-    ++count;
-  }
+  add_reference_and_call(term, [](const Term*) {});
 }
 
 }  // namespace brum

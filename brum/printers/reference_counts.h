@@ -20,8 +20,17 @@ class BRUM_EXPORT ReferenceCounts {
   /// text exists. Throws std::bad_alloc.
   void add_term(const Term* term, const DefinitionMap* handled = nullptr);
 
+  /// The same without a map; calls `first_visit` for each term that is met for the first time,
+  /// before its arguments. Throws what it throws and std::bad_alloc.
+  template <class FirstVisit>
+  void add_term_and_call(const Term* term, FirstVisit&& first_visit);
+
   /// Counts `term` as add_term() does, and one place that refers to `term` itself.
   void add_reference(const Term* term);
+
+  /// The same with a call at first visits.
+  template <class FirstVisit>
+  void add_reference_and_call(const Term* term, FirstVisit&& first_visit);
 
   /// True when more than one place refers to `term`.
   bool is_shared(const Term* term) const { return counts_.get(term) > one; }
@@ -39,10 +48,46 @@ class BRUM_EXPORT ReferenceCounts {
   static constexpr std::uint8_t one = 2;
   static constexpr std::uint8_t many = 3;
 
+  /// Counts one reference, or none for the outermost term. Gives whether the term is new.
+  bool visit(const Term* term, bool is_referred_to);
+
   TermIndex<std::uint8_t> counts_;
   TermWalk walk_;
   std::size_t num_terms_ = 0;
 };
+
+inline bool ReferenceCounts::visit(const Term* term, bool is_referred_to) {
+  std::uint8_t& count = counts_[term];
+  const bool is_new = count == unseen;
+  if (is_new) {
+    count = met;
+    ++num_terms_;
+  }
+  if (is_referred_to && count < many) {
+    ++count;
+  }
+  return is_new;
+}
+
+template <class FirstVisit>
+void ReferenceCounts::add_term_and_call(const Term* term, FirstVisit&& first_visit) {
+  bool at_root = true;
+  const auto enter = [&](const Term* visited) {
+    const bool is_new = visit(visited, !at_root);
+    at_root = false;
+    if (is_new) {
+      first_visit(visited);
+    }
+    return is_new;
+  };
+  walk_.run(term, enter, [](const Term*) {});
+}
+
+template <class FirstVisit>
+void ReferenceCounts::add_reference_and_call(const Term* term, FirstVisit&& first_visit) {
+  add_term_and_call(term, first_visit);
+  visit(term, true);
+}
 
 }  // namespace brum
 

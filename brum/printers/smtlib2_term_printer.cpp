@@ -4,6 +4,7 @@
 #include "brum/printers/symbol_collector.h"
 #include "brum/printers/term_text_walk.h"
 #include "brum/printers/write_text.h"
+#include "brum/utils/concat.h"
 #include "brum/utils/scope_exit.h"
 
 namespace brum {
@@ -63,11 +64,7 @@ void SmtLib2TermPrinter::print_define_start(std::ostream& out, const std::string
     SmtLibTermPrinter::print_define_start(out, label, term);
     return;
   }
-  write_text(out, "(define-fun ");
-  write_text(out, label);
-  write_text(out, " () ");
-  write_text(out, to_smtlib(term->sort()));
-  write_text(out, " ");
+  write_text(out, concat({"(define-fun ", label, " () ", to_smtlib(term->sort()), " "}));
 }
 
 void SmtLib2TermPrinter::print_define_end(std::ostream& out, const Term* term) {
@@ -100,8 +97,8 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   SymbolCollector collector(symbols, sorts);
   ReferenceCounts counts;
   for (const Term* term : terms) {
-    collector.add_term(term);
-    counts.add_reference(term);
+    counts.add_reference_and_call(
+        term, [&](const Term* visited) { collector.add_symbol(visited->symbol); });
   }
   print_start(out);
   for (const DataType* sort : sorts) {
@@ -114,6 +111,7 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   DefinitionMap definitions;
   const DefinitionRule rule = DefinitionRule::for_script(counts);
   TermTextWalk walk(*this, out, definitions, rule, InlineTexts::release);
+  walk.reserve(counts.num_terms());
   std::string label;
   for (const Term* term : terms) {
     const std::string& text = walk.run(term);

@@ -69,43 +69,52 @@ void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string&
   if (v1_format) {
     opening = term->sort() == mgr->get_bool_type() ? "(flet (" : "(let (";
   }
-  write_text(out, opening);
-  write_text(out, label);
-  write_text(out, " ");
+  piece_.clear();
+  piece_.add(opening);
+  piece_.add(label);
+  piece_.add(" ");
+  write_text(out, piece_.text());
   ++open_lets;
 }
 
 void SmtLibTermPrinter::print_define_end(std::ostream& out, const Term* /*term*/) {
-  write_text(out, v1_format ? ")" : "))");
-  write_text(out, use_newlines ? "\n" : " ");
+  if (v1_format) {
+    write_text(out, use_newlines ? ")\n" : ") ");
+  } else {
+    write_text(out, use_newlines ? "))\n" : ")) ");
+  }
 }
 
 void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* term,
                                                 const std::vector<std::string>& children) {
   const Symbol* symbol = term->symbol;
+  const std::string_view name = name_of(symbol);
   if (symbol->arity == 0) {
-    write_text(out, to_smtlib(symbol));
+    write_text(out, name);
     return;
   }
-  std::string& text = application_;
-  text = '(';
-  text += to_smtlib(symbol);
   const bool is_congruence = TermManager::get_tag(symbol) == SymbolTag::int_modular_congruence;
+  piece_.clear();
+  piece_.add("(");
+  piece_.add(name);
   if (is_congruence) {
-    text += " (-";  // congruent means that the difference is divisible
+    piece_.add(" (-");  // congruent means that the difference is divisible
   }
   for (std::size_t i = 0; i < children.size(); ++i) {
     const bool is_converted = !v1_format &&
                               symbol->type->get_component(i + 1) == mgr->get_real_type() &&
                               term->children[i]->sort() == mgr->get_int_type();
-    text += is_converted ? " (to_real " : " ";
-    text += children[i];
     if (is_converted) {
-      text += ')';
+      piece_.add(" (to_real ");
+      piece_.add(children[i]);
+      piece_.add(")");
+    } else {
+      piece_.add(" ");
+      piece_.add(children[i]);
     }
   }
-  text += is_congruence ? "))" : ")";
-  write_text(out, text);
+  piece_.add(is_congruence ? "))" : ")");
+  write_text(out, piece_.text());
 }
 
 void SmtLibTermPrinter::print_formula_term(std::ostream& out, const std::string& text,

@@ -42,6 +42,10 @@ bool has_name_of_its_own(const DataType* sort) {
 }  // namespace
 
 std::string SmtLibTermPrinter::to_smtlib(const DataType* sort) {
+  return kept_sort_text(sort);
+}
+
+const std::string& SmtLibTermPrinter::kept_sort_text(const DataType* sort) {
   if (type_names_stale_) {
     refresh_type_names();
   }
@@ -49,7 +53,7 @@ std::string SmtLibTermPrinter::to_smtlib(const DataType* sort) {
 }
 
 // NOLINTNEXTLINE(misc-no-recursion): a function type has no function types in it
-std::string SmtLibTermPrinter::sort_text(const DataType* sort) {
+const std::string& SmtLibTermPrinter::sort_text(const DataType* sort) {
   if (const auto known = type_names.find(sort); known != type_names.end()) {
     return known->second;
   }
@@ -181,32 +185,33 @@ void SmtLibTermPrinter::print_symbol_declaration(std::ostream& out, const Symbol
   if (single_term || TermManager::is_interpreted(symbol)) {
     return;
   }
-  const auto write = [&out](std::string_view text) { write_text(out, text); };
-  const bool is_formula = symbol->get_output_type() == mgr->get_bool_type();
+  piece_.clear();
   if (v1_format) {
-    write(is_formula ? ":extrapreds ((" : ":extrafuns ((");
-  } else {
-    write("(declare-fun ");
-  }
-  write(to_smtlib(symbol));
-  if (v1_format) {
+    const bool is_formula = symbol->get_output_type() == mgr->get_bool_type();
+    piece_.add(is_formula ? ":extrapreds ((" : ":extrafuns ((");
+    piece_.add(name_of(symbol));
+    // Where the sort is refused, the opening and the name are all that was written.
+    write_text(out, piece_.text());
+    piece_.clear();
     if (symbol->type != mgr->get_bool_type()) {
-      // Where the sort is refused, the opening and the name are all that was written.
-      const std::string sort = to_smtlib(symbol->type);
-      write(" ");
-      write(sort);
+      piece_.add(" ");
+      piece_.add(kept_sort_text(symbol->type));
     }
-    write("))\n");
+    piece_.add("))\n");
+    write_text(out, piece_.text());
     return;
   }
-  write(" (");
+  piece_.add("(declare-fun ");
+  piece_.add(name_of(symbol));
+  piece_.add(" (");
   for (std::size_t i = 1; i <= symbol->arity; ++i) {
-    write(i == 1 ? "" : " ");
-    write(to_smtlib(symbol->type->get_component(i)));
+    piece_.add(i == 1 ? "" : " ");
+    piece_.add(kept_sort_text(symbol->type->get_component(i)));
   }
-  write(") ");
-  write(to_smtlib(symbol->get_output_type()));
-  write(")\n");
+  piece_.add(") ");
+  piece_.add(kept_sort_text(symbol->get_output_type()));
+  piece_.add(")\n");
+  write_text(out, piece_.text());
 }
 
 }  // namespace brum

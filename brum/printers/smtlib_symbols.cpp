@@ -1,5 +1,6 @@
 #include <string>
 
+#include "brum/printers/smtlib_identifiers.h"
 #include "brum/printers/smtlib_term_printer.h"
 #include "brum/terms/operator_names.h"
 #include "brum/utils/concat.h"
@@ -9,16 +10,25 @@
 namespace brum {
 
 std::string SmtLibTermPrinter::to_smtlib(const Symbol* symbol) {
+  return std::string(name_of(symbol));
+}
+
+std::string_view SmtLibTermPrinter::name_of(const Symbol* symbol) {
   if (const auto known = symbol_names.find(symbol); known != symbol_names.end()) {
     return known->second;
   }
-  const auto keep = [&](std::string text) { return symbol_names[symbol] = std::move(text); };
+  if (!TermManager::is_interpreted(symbol)) {
+    if (!v1_format && is_simple_symbol(symbol->name_view())) {
+      return symbol->name_view();
+    }
+    return quoted_name_ = to_smtlib(std::string(symbol->name_view()));
+  }
+  const auto keep = [&](std::string text) -> std::string_view {
+    return symbol_names[symbol] = std::move(text);
+  };
   const SymbolTag::tag tag = TermManager::get_tag(symbol).value_or(SymbolTag::none);
   if (TermManager::is_equality(symbol) || TermManager::is_term_ite(symbol, nullptr)) {
     return keep(std::string(operator_name(tag).name));
-  }
-  if (!TermManager::is_interpreted(symbol)) {
-    return to_smtlib(std::string(symbol->name_view()));
   }
   if (const auto fixed = tag_names.find(tag); fixed != tag_names.end()) {
     return fixed->second;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "brum/printers/term_printer.h"
+#include "brum/printers/text_piece.h"
 #include "brum/utils/export.h"
 
 namespace brum {
@@ -123,18 +124,25 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   std::string indexed_operator(const Symbol* symbol) const;
   std::string numeral(const Symbol* symbol, const QNumber& value) const;
 
+  /// The same text as to_smtlib(symbol), without a copy: valid until the next call.
+  std::string_view name_of(const Symbol* symbol);
+
   std::string v1_sort_text(const DataType* sort);
   std::string v1_function_text(const DataType* sort);
   std::string v1_array_text(const DataType* sort) const;
   std::string v2_sort_text(const DataType* sort, bool trust_kept_arrays);
-  std::string sort_text(const DataType* sort);
+  const std::string& sort_text(const DataType* sort);
+
+  /// The same text as to_smtlib(sort), without a copy: the one that type_names holds.
+  const std::string& kept_sort_text(const DataType* sort);
   void refresh_type_names();
 
   bool is_connective(const Symbol* symbol) const;
   bool is_printed_flat(const Term* term) const;
 
   bool type_names_stale_ = false;  // a sort was renamed: texts of sorts made of it may be old
-  std::string application_;        // the application being put together, kept for its buffer
+  std::string quoted_name_;        // the last name from name_of() that nothing else holds
+  TextPiece piece_;                // what is put together before it goes to the stream
 };
 
 }  // namespace brum

@@ -17,9 +17,10 @@ void SymbolCollector::add_term(const Term* term) {
   walk_.run(term, enter, [](const Term*) {});
 }
 
-void SymbolCollector::add_symbol(const Symbol* symbol) {
-  symbols_.insert(symbol);
+void SymbolCollector::insert_symbol(const Symbol* symbol) {
+  is_settled_ = !symbols_.insert(symbol).second;
   if (TermManager::is_interpreted(symbol)) {
+    recent_[recent_place(symbol)] = symbol;
     return;
   }
   const DataType* type = symbol->type;

@@ -1,7 +1,10 @@
 #ifndef BRUM_PRINTERS_SYMBOL_COLLECTOR_H
 #define BRUM_PRINTERS_SYMBOL_COLLECTOR_H
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
+#include <vector>
 
 #include "brum/terms/term_index.h"
 #include "brum/terms/term_walk.h"
@@ -20,8 +23,21 @@ class BRUM_EXPORT SymbolCollector {
   /// Adds what `term` brings. Throws std::bad_alloc.
   void add_term(const Term* term);
 
+  /// Adds what one symbol brings. For walks of the caller's own.
+  void add_symbol(const Symbol* symbol) {
+    if (!is_settled_ || recent_[recent_place(symbol)] != symbol) {
+      insert_symbol(symbol);
+    }
+  }
+
  private:
-  void add_symbol(const Symbol* symbol);
+  static constexpr std::size_t num_recent = 32;
+
+  static std::size_t recent_place(const Symbol* symbol) {
+    return reinterpret_cast<std::uintptr_t>(symbol) / sizeof(Symbol) % num_recent;
+  }
+
+  void insert_symbol(const Symbol* symbol);
   void add_type(const DataType* type);
 
   hsh::HashSet<const Symbol*>& symbols_;
@@ -29,6 +45,12 @@ class BRUM_EXPORT SymbolCollector {
   TermIndex<std::uint8_t> visited_;
   TermWalk walk_;
   std::vector<const DataType*> pending_;  // sorts still to be added
+
+  // A few interpreted symbols that the set holds, so that the operators of a formula are not looked
+  // up over and over. A look-up may be left out only while it would change nothing: the first one
+  // after an addition may make the table grow, on which the order of the declarations depends.
+  std::array<const Symbol*, num_recent> recent_{};
+  bool is_settled_ = false;  // a look-up has found its symbol since the last addition
 };
 
 }  // namespace brum

@@ -10,7 +10,9 @@ void TermPrinter::print_define_section_end(std::ostream& /*out*/) {}
 void TermPrinter::print_formula(std::ostream& out, const Term* formula) {
   hsh::HashSet<const Symbol*> symbols;
   hsh::HashSet<const DataType*> types;
-  collect_symbols_and_types(formula, symbols, types);
+  SymbolCollector collector(symbols, types);
+  ReferenceCounts counts;
+  counts.add_term_and_call(formula, [&](const Term* term) { collector.add_symbol(term->symbol); });
   print_start(out);
   for (const DataType* type : types) {
     print_type_declaration(out, type);
@@ -19,11 +21,10 @@ void TermPrinter::print_formula(std::ostream& out, const Term* formula) {
     print_symbol_declaration(out, symbol);
   }
   print_define_section_start(out);
-  ReferenceCounts counts;
-  counts.add_term(formula);
   const DefinitionRule rule = DefinitionRule::for_formula(counts);
   DefinitionMap defs;
   TermTextWalk walk(*this, out, defs, rule, InlineTexts::release);
+  walk.reserve(counts.num_terms());
   print_formula_term(out, walk.run(formula), formula);
   print_define_section_end(out);
   print_end(out);

@@ -22,11 +22,10 @@ void TextBuffer::make_room(std::size_t bytes) {
 
 void TextBuffer::advance(std::size_t bytes) {
   // pbump takes an int, and a text may be longer than that.
-  while (bytes > 0) {
-    const std::size_t step = std::min(bytes, longest_step);
-    pbump(static_cast<int>(step));
-    bytes -= step;
+  for (; bytes > longest_step; bytes -= longest_step) {
+    pbump(static_cast<int>(longest_step));
   }
+  pbump(static_cast<int>(bytes));
 }
 
 TextBuffer::int_type TextBuffer::overflow(int_type byte) {

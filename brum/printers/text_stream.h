@@ -44,7 +44,9 @@ class BRUM_EXPORT TextStream : public std::ostream {
   /// Drops the text, keeps the memory and clears the error state.
   void clear_text() {
     buffer_.clear();
-    clear();
+    if (rdstate() != goodbit) {
+      clear();
+    }
   }
 
  private:

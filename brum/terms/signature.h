@@ -1,6 +1,8 @@
 #ifndef BRUM_TERMS_SIGNATURE_H
 #define BRUM_TERMS_SIGNATURE_H
 
+#include <bitset>
+#include <cstddef>
 #include <string_view>
 
 #include "brum/terms/term.h"
@@ -16,13 +18,27 @@ class BRUM_EXPORT Signature {
   /// Gives the symbol declared under exactly this name, null if there is none.
   const Symbol* get_symbol(const char* name) const { return get_symbol(std::string_view(name)); }
   const Symbol* get_symbol(std::string_view name) const {
+    if (!first_bytes_[first_byte(name)]) {
+      return nullptr;
+    }
     const auto found = symbols_.find(name);
     return found == symbols_.end() ? nullptr : found->second;
   }
 
  private:
   friend class TermManager;
+
+  static std::size_t first_byte(std::string_view name) {
+    return name.empty() ? 0 : static_cast<unsigned char>(name.front());
+  }
+
+  void add(const Symbol* symbol) {
+    symbols_[symbol->name_view()] = symbol;
+    first_bytes_.set(first_byte(symbol->name_view()));
+  }
+
   hsh::HashMap<std::string_view, const Symbol*> symbols_;
+  std::bitset<256> first_bytes_;  // of the names, so that most labels need no look-up
 };
 
 }  // namespace brum

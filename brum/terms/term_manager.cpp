@@ -141,7 +141,7 @@ const Symbol* TermManager::declare_in(Signature& signature, const std::string& n
   }
   const Symbol* symbol = interpreted ? factory_.make_interpreted_symbol(name, type)
                                      : factory_.make_user_symbol(name, type);
-  signature.symbols_[symbol->name_view()] = symbol;
+  signature.add(symbol);
   return symbol;
 }
 

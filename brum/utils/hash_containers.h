@@ -168,7 +168,7 @@ class Hashtable {
 
   ~Hashtable() {
     if constexpr (!std::is_trivially_destructible_v<Value>) {
-      drop_chains(buckets);
+      destroy_chains();
     }
     pool.release();
   }
@@ -218,6 +218,13 @@ class Hashtable {
   template <typename MakeValue>
   std::pair<iterator, bool> find_or_link(const Key& key, const MakeValue& make_value);
 
+  /**
+   * Links in a node whose value is what `make_value` returns, for a key that is not there. Grows
+   * the table as every insertion does, but does not look for the key.
+   */
+  template <typename MakeValue>
+  iterator link_absent(const Key& key, const MakeValue& make_value);
+
  private:
   std::size_t index_of(const Key& key) const { return counts.index_of(hasher(key)); }
   const Key& key_of(const Bucket* node) const { return GetKey()(node->value); }
@@ -250,7 +257,17 @@ class Hashtable {
   template <typename MakeValue>
   Bucket* make_bucket(const MakeValue& make_value);
 
+  template <typename MakeValue>
+  iterator link_at(std::size_t index, const MakeValue& make_value);
+
+  void grow_if_loaded() {
+    if (num_values >= counts.growth_size()) {
+      rehash(counts.count() + 1);
+    }
+  }
+
   void drop_chains(std::vector<Bucket*>& heads) noexcept;
+  void destroy_chains() noexcept;
   void relink(std::vector<Bucket*>& old_heads);
 
   Pool pool;
@@ -278,18 +295,32 @@ template <typename MakeValue>
 auto Hashtable<Value, GetKey, Key, Hash, Eq>::find_or_link(const Key& key,
                                                            const MakeValue& make_value)
     -> std::pair<iterator, bool> {
-  if (num_values >= counts.growth_size()) {
-    rehash(counts.count() + 1);
-  }
+  grow_if_loaded();
   const std::size_t index = index_of(key);
   if (Bucket* const found = find_in_chain(index, key); found != nullptr) {
     return {iterator(found, this), false};
   }
+  return {link_at(index, make_value), true};
+}
+
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+template <typename MakeValue>
+auto Hashtable<Value, GetKey, Key, Hash, Eq>::link_absent(const Key& key,
+                                                          const MakeValue& make_value) -> iterator {
+  grow_if_loaded();
+  return link_at(index_of(key), make_value);
+}
+
+/** Links in a new node at the head of this bucket. */
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+template <typename MakeValue>
+auto Hashtable<Value, GetKey, Key, Hash, Eq>::link_at(std::size_t index,
+                                                      const MakeValue& make_value) -> iterator {
   Bucket* const node = make_bucket(make_value);
   node->next = buckets[index];
   buckets[index] = node;
   ++num_values;
-  return {iterator(node, this), true};
+  return iterator(node, this);
 }
 
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
@@ -350,6 +381,18 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(std::vector<Bucket*>& 
   }
 }
 
+/** Destroys every value and leaves the nodes where they are, for the end of the table. */
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_chains() noexcept {
+  for (Bucket* node : buckets) {
+    while (node != nullptr) {
+      Bucket* const next = node->next;
+      std::destroy_at(node);
+      node = next;
+    }
+  }
+}
+
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::clear(bool reset_buckets) {
   if (num_values != 0) {
@@ -385,6 +428,12 @@ class HashMap : public Hashtable<std::pair<Key, T>, GetKey_pair<Key, T>, Key, Ha
       return std::pair<Key, T>(std::piecewise_construct, std::forward_as_tuple(key),
                                std::forward_as_tuple());
     });
+  }
+
+  /** Adds `key`, which must not be there, with the value that is moved from `value`. On an exception
+   * `value` keeps what it holds. */
+  iterator insert_absent(const Key& key, T&& value) {
+    return this->link_absent(key, [&] { return std::pair<Key, T>(key, std::move(value)); });
   }
 };
 
