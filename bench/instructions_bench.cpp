@@ -1,0 +1,79 @@
+// Builds one small formula and prints it once, for counting instructions under callgrind:
+//
+//     valgrind --tool=callgrind --toggle-collect="*counted_work*"
+//         instructions_bench --shape=dag --nodes=2000 --form=v2
+//
+// With --form=build the building is counted instead. Writes the bytes of the text to standard
+// output, and with --text=FILE the text to a file.
+#include <algorithm>
+#include <exception>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+#include "bench/brum_system.h"
+#include "bench/options.h"
+#include "bench/printers.h"
+#include "bench/shapes.h"
+
+namespace brum::bench {
+
+// Not inlined, so that callgrind finds them by name.
+[[gnu::noinline]] void counted_work(const Form& form, std::ostream& out, TermManager& manager,
+                                    const Term* formula, const char* logic) {
+  form.print(out, manager, formula, logic);
+}
+
+[[gnu::noinline]] const Term* counted_work(BrumSystem& system, Shape shape, std::size_t nodes) {
+  return ShapeBuilder(system).build(shape, nodes);
+}
+
+namespace {
+
+int run(int argc, char** argv) {
+  const std::string shape_name = take_option(&argc, argv, "shape", "dag");
+  const std::string form_name = take_option(&argc, argv, "form", "v2");
+  const std::string file = take_option(&argc, argv, "text", "");
+  const std::size_t nodes = take_number(&argc, argv, "nodes", 2000);
+  const auto* const shape =
+      std::find_if(shapes.begin(), shapes.end(),
+                   [&](const NamedShape& entry) { return entry.name == shape_name; });
+  if (shape == shapes.end() || argc > 1) {
+    std::cerr << "instructions_bench: bad shape or option\n";
+    return 2;
+  }
+  BrumSystem system;
+  if (form_name == "build") {
+    counted_work(system, shape->shape, nodes);
+    std::cout << system.manager.num_terms() << '\n';
+    return 0;
+  }
+  const auto form = std::find_if(forms().begin(), forms().end(),
+                                 [&](const Form& entry) { return entry.name == form_name; });
+  if (form == forms().end()) {
+    std::cerr << "instructions_bench: no form " << form_name << '\n';
+    return 2;
+  }
+  const Term* formula = ShapeBuilder(system).build(shape->shape, nodes);
+  std::ostringstream out;
+  counted_work(*form, out, system.manager, formula, logic_of(shape->shape));
+  std::cout << out.view().size() << '\n';
+  if (!file.empty()) {
+    std::ofstream(file, std::ios::binary) << out.view();
+  }
+  return 0;
+}
+
+}  // namespace
+
+}  // namespace brum::bench
+
+int main(int argc, char** argv) {
+  try {
+    return brum::bench::run(argc, argv);
+  } catch (const std::exception& failure) {
+    std::cerr << "instructions_bench: " << failure.what() << '\n';
+    return 1;
+  }
+}

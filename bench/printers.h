@@ -1,0 +1,45 @@
+#ifndef BRUM_BENCH_PRINTERS_H
+#define BRUM_BENCH_PRINTERS_H
+
+#include <cstddef>
+#include <ostream>
+#include <span>
+#include <streambuf>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "brum/terms/term_manager.h"
+
+namespace brum::bench {
+
+/// A way of printing a formula with this library.
+struct Form {
+  std::string_view name;
+  void (*print)(std::ostream& out, TermManager& manager, const Term* formula, const char* logic);
+};
+
+/// Every way: each version and mode, and last a printer whose hooks write nothing.
+std::span<const Form> forms();
+
+/// A buffer that counts bytes and keeps none.
+class CountingBuffer : public std::streambuf {
+ public:
+  std::size_t count() const { return count_; }
+
+ private:
+  int_type overflow(int_type byte) override;
+  std::streamsize xsputn(const char* bytes, std::streamsize count) override;
+
+  std::size_t count_ = 0;
+};
+
+/// Pieces of 8 bytes, the length of a typical token, appended to a string until it has `bytes`.
+std::string append_tokens(std::size_t bytes);
+
+/// The same, written to a stream piece by piece.
+void write_tokens(std::ostream& out, std::size_t bytes);
+
+}  // namespace brum::bench
+
+#endif  // BRUM_BENCH_PRINTERS_H
