@@ -156,6 +156,7 @@ class BRUM_EXPORT QNumber {
   static void free_block(BigBlock* unwanted) noexcept;
   static QNumber from_fraction(mpz_class&& num, mpz_class&& den);
   static QNumber sum(const QNumber& a, const QNumber& b, bool subtract);
+  static QNumber product(const QNumber& a, const QNumber& b, bool divide);
 
   void set_small(std::int64_t num, std::int64_t den);
   void make_big(std::int64_t num, std::int64_t den);

@@ -162,41 +162,33 @@ QNumber operator-(const QNumber& a, const QNumber& b) {
   return QNumber::sum(a, b, true);
 }
 
-QNumber operator*(const QNumber& a, const QNumber& b) {
+/** a * b or a / b, where b is not 0. */
+QNumber QNumber::product(const QNumber& a, const QNumber& b, bool divide) {
   if (!a.is_big() && !b.is_big()) {
-    const int128 num = wide_product(a.small_num, b.small_num);
-    const int128 den = wide_product(a.small_den, b.small_den);
+    const int128 num = wide_product(a.small_num, divide ? b.small_den : b.small_num);
+    const int128 den = wide_product(a.small_den, divide ? b.small_num : b.small_den);
     if (fits_small(num) && fits_small(den)) {
       return reduced(static_cast<std::int64_t>(num), static_cast<std::int64_t>(den));
     }
   }
-  const QNumber::Operand x(a);
-  const QNumber::Operand y(b);
+  const Operand x(a);
+  const Operand y(b);
   mpz_class num;
   mpz_class den;
-  mpz_mul(num.get_mpz_t(), x.num, y.num);
-  mpz_mul(den.get_mpz_t(), x.den, y.den);
-  return QNumber::from_fraction(std::move(num), std::move(den));
+  mpz_mul(num.get_mpz_t(), x.num, divide ? y.den : y.num);
+  mpz_mul(den.get_mpz_t(), x.den, divide ? y.num : y.den);
+  return from_fraction(std::move(num), std::move(den));
+}
+
+QNumber operator*(const QNumber& a, const QNumber& b) {
+  return QNumber::product(a, b, false);
 }
 
 QNumber operator/(const QNumber& a, const QNumber& b) {
   if (b.sign() == 0) {
     throw Exception("division of a rational number by 0");
   }
-  if (!a.is_big() && !b.is_big()) {
-    const int128 num = wide_product(a.small_num, b.small_den);
-    const int128 den = wide_product(a.small_den, b.small_num);
-    if (fits_small(num) && fits_small(den)) {
-      return reduced(static_cast<std::int64_t>(num), static_cast<std::int64_t>(den));
-    }
-  }
-  const QNumber::Operand x(a);
-  const QNumber::Operand y(b);
-  mpz_class num;
-  mpz_class den;
-  mpz_mul(num.get_mpz_t(), x.num, y.den);
-  mpz_mul(den.get_mpz_t(), x.den, y.num);
-  return QNumber::from_fraction(std::move(num), std::move(den));
+  return QNumber::product(a, b, true);
 }
 
 }  // namespace brum

@@ -14,6 +14,7 @@ SmtLib1BenchmarkParser::SmtLib1BenchmarkParser(TermManager& manager, const Reade
       manager_(manager),
       lexer_(in, options.file_name),
       builder_(manager),
+      teller_(handler, builder_.partial_operators()),
       scopes_(names_, builder_),
       literals_(builder_),
       sorts_(builder_),
@@ -70,7 +71,7 @@ void SmtLib1BenchmarkParser::read_benchmark() {
   expect(TokenKind::end, "the end of the input");
   Command command = make_command(Command::Kind::check_sat, position);
   command.status = status_;
-  tell(command);
+  teller_.tell(command);
   handler_.on_end(builder_.added_features());
 }
 
@@ -105,15 +106,6 @@ Command SmtLib1BenchmarkParser::make_command(Command::Kind kind, TextPosition po
   return command;
 }
 
-/// Tells of symbols made up since the last command, and of the command.
-void SmtLib1BenchmarkParser::tell(const Command& command) {
-  const std::vector<IntroducedSymbol>& introduced = builder_.partial_operators().introduced();
-  for (; introduced_told_ < introduced.size(); ++introduced_told_) {
-    handler_.on_introduced(introduced[introduced_told_]);
-  }
-  handler_.on_command(command);
-}
-
 void SmtLib1BenchmarkParser::assumption() {
   lexer_.next();
   const TextPosition position = lexer_.token().position;
@@ -128,7 +120,7 @@ void SmtLib1BenchmarkParser::assumption() {
   for (const Term* condition : builder_.side_conditions().assert_used()) {
     command.term = manager_.make_and(command.term, condition);
   }
-  tell(command);
+  teller_.tell(command);
 }
 
 void SmtLib1BenchmarkParser::formula() {

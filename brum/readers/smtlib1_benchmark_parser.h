@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "brum/readers/command_teller.h"
 #include "brum/readers/literals.h"
 #include "brum/readers/names.h"
 #include "brum/readers/reader_options.h"
@@ -55,7 +56,6 @@ class SmtLib1BenchmarkParser {
   Name& read_new_name();
   void expect(TokenKind kind, const char* expected);
   Command make_command(Command::Kind kind, TextPosition position) const;
-  void tell(const Command& command);
 
   const ReaderOptions& options_;
   ScriptHandler& handler_;
@@ -63,6 +63,7 @@ class SmtLib1BenchmarkParser {
   SmtLib1Lexer lexer_;
   NameTable names_;
   TermBuilder builder_;
+  CommandTeller teller_;
   Scopes scopes_;
   Literals literals_;
   SmtLib1Sorts sorts_;
@@ -71,7 +72,6 @@ class SmtLib1BenchmarkParser {
   std::string keyword_;  // of the attribute being read
   TextPosition attribute_position_;
   std::string status_;
-  std::size_t introduced_told_ = 0;
   bool logic_is_set_ = false;
   bool has_formula_ = false;
 };

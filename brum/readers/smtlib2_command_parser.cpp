@@ -13,6 +13,7 @@ SmtLib2CommandParser::SmtLib2CommandParser(TermManager& manager, const ReaderOpt
       manager_(manager),
       lexer_(in, options.file_name),
       builder_(manager),
+      teller_(handler, builder_.partial_operators()),
       definitions_(builder_),
       scopes_(names_, builder_),
       literals_(builder_),
@@ -123,15 +124,6 @@ Command SmtLib2CommandParser::make_command(Command::Kind kind) const {
   return command;
 }
 
-/// Tells of symbols made up since the last command, and of the command.
-void SmtLib2CommandParser::tell(const Command& command) {
-  const std::vector<IntroducedSymbol>& introduced = builder_.partial_operators().introduced();
-  for (; introduced_told_ < introduced.size(); ++introduced_told_) {
-    handler_.on_introduced(introduced[introduced_told_]);
-  }
-  handler_.on_command(command);
-}
-
 // Assertions and queries.
 
 const Term* SmtLib2CommandParser::read_boolean(std::string* name) {
@@ -152,13 +144,13 @@ void SmtLib2CommandParser::assert_term() {
   for (const Term* condition : builder_.side_conditions().assert_used()) {
     command.term = manager_.make_and(command.term, condition);
   }
-  tell(command);
+  teller_.tell(command);
 }
 
 void SmtLib2CommandParser::check_sat() {
   Command command = make_command(Command::Kind::check_sat);
   command.status = status_;
-  tell(command);
+  teller_.tell(command);
 }
 
 void SmtLib2CommandParser::check_sat_assuming() {
@@ -170,7 +162,7 @@ void SmtLib2CommandParser::check_sat_assuming() {
     command.literals.push_back(read_boolean(nullptr));
   }
   command.conditions = builder_.side_conditions().conditions_used();
-  tell(command);
+  teller_.tell(command);
 }
 
 // Levels.
@@ -197,7 +189,7 @@ void SmtLib2CommandParser::push() {
   scopes_.push(command.levels);
   for (std::size_t i = 0; i < command.levels; ++i)
     builder_.side_conditions().push();
-  tell(command);
+  teller_.tell(command);
 }
 
 void SmtLib2CommandParser::pop() {
@@ -205,7 +197,7 @@ void SmtLib2CommandParser::pop() {
   command.levels = read_levels();
   scopes_.pop(command.levels);
   builder_.side_conditions().pop(command.levels);
-  tell(command);
+  teller_.tell(command);
 }
 
 void SmtLib2CommandParser::reset() {
@@ -215,13 +207,13 @@ void SmtLib2CommandParser::reset() {
   literals_.forget();
   logic_is_set_ = false;
   status_.clear();
-  tell(make_command(Command::Kind::reset));
+  teller_.tell(make_command(Command::Kind::reset));
 }
 
 void SmtLib2CommandParser::reset_assertions() {
   scopes_.reset_assertions();
   builder_.side_conditions().reset();
-  tell(make_command(Command::Kind::reset_assertions));
+  teller_.tell(make_command(Command::Kind::reset_assertions));
 }
 
 void SmtLib2CommandParser::exit() {

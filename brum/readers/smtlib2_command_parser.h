@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "brum/readers/command_teller.h"
 #include "brum/readers/definitions.h"
 #include "brum/readers/literals.h"
 #include "brum/readers/names.h"
@@ -70,7 +71,6 @@ class SmtLib2CommandParser {
   void read_body(Name& name, std::vector<const DataType*> parameter_sorts, bool has_parameters);
   void expect(TokenKind kind, const char* expected);
   void expect_closing_bracket() { expect(TokenKind::right_bracket, "')'"); }
-  void tell(const Command& command);
   Command make_command(Command::Kind kind) const;
 
   const ReaderOptions& options_;
@@ -79,6 +79,7 @@ class SmtLib2CommandParser {
   SmtLib2Lexer lexer_;
   NameTable names_;
   TermBuilder builder_;
+  CommandTeller teller_;
   Definitions definitions_;
   Scopes scopes_;
   Literals literals_;
@@ -86,7 +87,6 @@ class SmtLib2CommandParser {
   SmtLib2TermParser terms_;
   TextPosition command_position_;
   std::string status_;
-  std::size_t introduced_told_ = 0;
   bool logic_is_set_ = false;
   bool has_exited_ = false;
 };
