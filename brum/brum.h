@@ -5,6 +5,7 @@
 
 #include "brum/numbers/qnumber.h"
 #include "brum/printers/check_names.h"
+#include "brum/printers/dot_term_printer.h"
 #include "brum/printers/label_prefix.h"
 #include "brum/printers/smtlib2_term_printer.h"
 #include "brum/printers/smtlib_term_printer.h"
