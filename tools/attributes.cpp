@@ -53,7 +53,7 @@ std::string name_as_symbol(const std::string& name) {
 
 AnnotationMap& keep_attributes(const Script& script,
                                const std::function<bool(const Term*)>& printed_once,
-                               FreeNames& names, Warnings& warnings, AnnotationMap& kept) {
+                               FreeNames& names, Diagnostics& diagnostics, AnnotationMap& kept) {
   for (const auto& [term, attributes] : script.annotations) {
     const bool once = printed_once(term);
     bool named = false;
@@ -74,7 +74,7 @@ AnnotationMap& keep_attributes(const Script& script,
         kept[term].emplace_back(keyword, value);
       } else {
         const char* blank = value.empty() ? "" : " ";
-        warnings.warn(concat({"attribute :", keyword, blank, value, " is left out: ", why}));
+        diagnostics.warn(concat({"attribute :", keyword, blank, value, " is left out: ", why}));
       }
     }
   }

@@ -7,7 +7,7 @@
 
 #include "brum/readers/script.h"
 #include "brum/terms/annotation_map.h"
-#include "warnings.h"
+#include "diagnostics.h"
 
 namespace brum::tools {
 
@@ -33,10 +33,10 @@ std::string name_as_symbol(const std::string& name);
 /// Gives the attributes of the script's terms that solvers accept where the terms are printed:
 /// names that are free, and other attributes that have a plain value and no meaning of their own
 /// outside quantifiers. `printed_once` says whether the document prints a term exactly once;
-/// attributes of other terms are left out. Every attribute left out is told to `warnings`.
+/// attributes of other terms are left out. Every attribute left out is told to `diagnostics`.
 AnnotationMap& keep_attributes(const Script& script,
                                const std::function<bool(const Term*)>& printed_once,
-                               FreeNames& names, Warnings& warnings, AnnotationMap& kept);
+                               FreeNames& names, Diagnostics& diagnostics, AnnotationMap& kept);
 
 }  // namespace brum::tools
 

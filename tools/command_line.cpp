@@ -1,17 +1,29 @@
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <iostream>
 #include <map>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "brum/printers/smtlib_identifiers.h"
 
 namespace brum::tools {
 
 namespace {
+
+constexpr std::array<std::pair<std::string_view, Form>, 6> forms = {{
+    {"v1", Form::v1},
+    {"v2", Form::v2},
+    {"define-fun", Form::define_fun},
+    {"terms", Form::terms},
+    {"trace", Form::trace},
+    {"dot", Form::dot},
+}};
 
 // Each check gives what is wrong with a word, empty if nothing is.
 
@@ -35,11 +47,19 @@ std::string check_ordinal(const std::string& word) {
   return is_ordinal ? "" : "'" + word + "' is not a number from 1 on";
 }
 
-void add_options(CLI::App& app, CommandLine& line) {
-  static const std::map<std::string, Form> forms = {
-      {"v1", Form::v1},       {"v2", Form::v2},       {"define-fun", Form::define_fun},
-      {"terms", Form::terms}, {"trace", Form::trace},
-  };
+/// Checks that a word can be a path.
+std::string check_path(const std::string& word) {
+  return word.empty() ? "the name is empty" : "";
+}
+
+const std::map<std::string, StatsFormat> stats_formats = {
+    {"true", StatsFormat::text},  // what a flag without a word says
+    {"text", StatsFormat::text},
+    {"json", StatsFormat::json}};
+
+/// `stats` is the word for the format of the statistics, empty where they are not wanted.
+void add_options(CLI::App& app, CommandLine& line, std::string& stats) {
+  static const std::map<std::string, Form> form_of_word(forms.begin(), forms.end());
   static const std::map<std::string, Language> languages = {{"v1", Language::v1},
                                                             {"v2", Language::v2}};
   const auto one_of = [](const auto& names, const char* kinds) {
@@ -48,54 +68,116 @@ void add_options(CLI::App& app, CommandLine& line) {
           return names.count(word) != 0 ? std::string()
                                         : "'" + word + "' is none of " + std::string(kinds);
         },
-        kinds);
+        "");
   };
-  app.add_option("INPUT", line.input, "SMT-LIB file to read; none or - is standard input");
+  app.add_option("INPUT", line.inputs,
+                 "SMT-LIB file to read; none or - is standard input. With --output-folder several, "
+                 "and\nfolders, which stand for the .smt2 and .smt files below them")
+      ->option_text("...");
   app.add_option_function<std::string>(
-         "-t,--to", [&line](const std::string& word) { line.form = forms.at(word); },
+         "-t,--to", [&line](const std::string& word) { line.form = form_of_word.at(word); },
          "Form to write: a benchmark of version 1.2, a script with let (v2, the default) or with\n"
          "define-fun, a script that names each assertion (terms), or the input's assertions, "
          "push,\n"
-         "pop and check-sat in their order (trace)")
-      ->check(one_of(forms, "v1|v2|define-fun|terms|trace"));
+         "pop and check-sat in their order (trace); or a drawing of the graph for Graphviz (dot)")
+      ->check(one_of(form_of_word, "v1|v2|define-fun|terms|trace|dot"))
+      ->option_text("v1|v2|define-fun|terms|trace|dot");
   app.add_option("-o,--output", line.output,
-                 "File to write, whole or not at all; standard output when not given");
+                 "File to write, whole or not at all; standard output when not given")
+      ->option_text("FILE");
+  app.add_option(
+         "--output-folder", line.output_folder,
+         "Folder to write a file for each input into, of the input's name; made where it is "
+         "missing")
+      ->check(CLI::Validator(check_path, ""))
+      ->option_text("DIR");
+  app.add_option("-j,--jobs", line.jobs,
+                 "Number of processes that share the inputs; 1 when not given")
+      ->check(CLI::Validator(check_ordinal, ""))
+      ->option_text("N");
   app.add_option("--logic", line.logic, "Logic to state instead of the input's")
-      ->check(CLI::Validator(check_header_word, "NAME"));
+      ->check(CLI::Validator(check_header_word, ""))
+      ->option_text("NAME");
   app.add_option("--status", line.status, "Status to state instead of the input's")
-      ->check(CLI::Validator(check_header_word, "WORD"));
+      ->check(CLI::Validator(check_header_word, ""))
+      ->option_text("WORD");
   app.add_option_function<std::string>(
          "--from", [&line](const std::string& word) { line.language = languages.at(word); },
          "Language of the input; found by its first token when not given")
-      ->check(one_of(languages, "v1|v2"));
+      ->check(one_of(languages, "v1|v2"))
+      ->option_text("v1|v2");
   app.add_option("--label", line.label,
                  "Prefix of the labels of shared subterms instead of .def_ (version 2 forms)")
-      ->check(CLI::Validator(check_plain_symbol, "PREFIX"));
+      ->check(CLI::Validator(check_plain_symbol, ""))
+      ->option_text("PREFIX");
   app.add_option("--query", line.query,
                  "Write what is in force at the N-th check-sat; the first when not given")
-      ->check(CLI::Validator(check_ordinal, "N"));
+      ->check(CLI::Validator(check_ordinal, ""))
+      ->option_text("N");
   app.add_option("--introduced", line.introduced,
                  "File for SMT-LIB 2 definitions of the symbols that reading made up, for division "
-                 "by what\nis no number and the like");
-  app.add_flag("--stats", line.stats, "Print sizes, times and memory on standard error");
+                 "by what\nis no number and the like")
+      ->option_text("FILE");
+  app.add_option("--nodes", line.most_nodes,
+                 "Draw the N terms nearest to the formula (dot); 1000 when not given")
+      ->check(CLI::Validator(check_ordinal, ""))
+      ->option_text("N");
+  app.add_flag("--stats", stats,
+               "Print sizes, times and memory on standard error; with --stats=json as JSON")
+      ->check(one_of(stats_formats, "text|json"))
+      ->option_text("[=text|json]");
   app.set_version_flag("--version", "brumlin " BRUM_VERSION);
 }
 
+/// Throws for options that do not go together.
+void check_combinations(const CommandLine& line) {
+  if (line.form == Form::v1 && line.label) {
+    throw CLI::ValidationError("--label", "labels have fixed forms in version 1.2");
+  }
+  if (line.form == Form::dot && line.label) {
+    throw CLI::ValidationError("--label", "a drawing has the usual labels");
+  }
+  if ((line.form == Form::terms || line.form == Form::trace) && line.query) {
+    throw CLI::ValidationError("--query", "this form writes every assertion of the input");
+  }
+  if (!line.is_batch()) {
+    if (line.inputs.size() > 1) {
+      throw CLI::ValidationError("INPUT", "several inputs need --output-folder");
+    }
+    return;
+  }
+  if (!line.output.empty()) {
+    throw CLI::ValidationError("--output", "the outputs go to the folder");
+  }
+  if (!line.introduced.empty()) {
+    throw CLI::ValidationError("--introduced", "one file cannot serve several inputs");
+  }
+  if (line.inputs.empty() || std::count(line.inputs.begin(), line.inputs.end(), "-") != 0) {
+    throw CLI::ValidationError("--output-folder", "standard input has no name to write under");
+  }
+}
+
 }  // namespace
+
+std::string_view word_of(Form form) {
+  return std::find_if(forms.begin(), forms.end(),
+                      [form](const auto& entry) { return entry.second == form; })
+      ->first;
+}
 
 std::optional<CommandLine> parse_command_line(int argc, const char* const* argv,
                                               ExitStatus& status) {
   CommandLine line;
   CLI::App app("Reads an SMT-LIB file and writes it in another form, with shared subterms named.",
                "brumlin");
-  add_options(app, line);
+  std::string stats;
+  add_options(app, line, stats);
   try {
     app.parse(argc, argv);
-    if (line.form == Form::v1 && line.label) {
-      throw CLI::ValidationError("--label", "labels have fixed forms in version 1.2");
-    }
-    if ((line.form == Form::terms || line.form == Form::trace) && line.query) {
-      throw CLI::ValidationError("--query", "this form writes every assertion of the input");
+    check_combinations(line);
+    line.stats = stats.empty() ? StatsFormat::none : stats_formats.at(stats);
+    if (!line.is_batch() && !line.inputs.empty()) {
+      line.input = line.inputs.front();
     }
   } catch (const CLI::ParseError& outcome) {
     const bool asked_for = outcome.get_exit_code() == 0;

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace brum::tools {
 
@@ -17,13 +19,24 @@ enum class ExitStatus : std::uint8_t {
 };
 
 /// The forms that the command writes.
-enum class Form : std::uint8_t { v1, v2, define_fun, terms, trace };
+enum class Form : std::uint8_t { v1, v2, define_fun, terms, trace, dot };
+
+/// The word for a form on the command line.
+std::string_view word_of(Form form);
 
 /// The languages that the command reads.
 enum class Language : std::uint8_t { v1, v2 };
 
-/// What the user asked for.
+/// How the user wants the statistics of a run.
+enum class StatsFormat : std::uint8_t { none, text, json };
+
+/// What the user asked for. With an output folder it is asked for each of `inputs`; the command
+/// line of one of them says so in `input` and `output`.
 struct CommandLine {
+  std::vector<std::string> inputs;  // paths as given; none stands for standard input
+  std::string output_folder;        // a path, empty for none
+  std::size_t jobs = 1;             // the number of processes that share the inputs
+
   std::string input = "-";  // a path, or - for standard input
   std::string output;       // a path, empty for standard output
   Form form = Form::v2;
@@ -33,10 +46,14 @@ struct CommandLine {
   std::optional<std::string> label;   // prefix of labels instead of `.def_`
   std::optional<std::size_t> query;   // the check-sat to write, counted from 1
   std::string introduced;             // a path for what made-up symbols mean, empty for nowhere
-  bool stats = false;
+  std::size_t most_nodes = 1000;      // of a drawing
+  StatsFormat stats = StatsFormat::none;
 
   /// The input's name in messages.
   std::string input_name() const { return input == "-" ? "<stdin>" : input; }
+
+  /// Whether each input has a file of the output folder.
+  bool is_batch() const { return !output_folder.empty(); }
 };
 
 /// Takes the arguments of the process apart. Gives nothing, after telling the user why, when the

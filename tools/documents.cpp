@@ -6,6 +6,7 @@
 
 #include "attributes.h"
 #include "brum/printers/check_names.h"
+#include "brum/printers/dot_term_printer.h"
 #include "brum/printers/reference_counts.h"
 #include "brum/printers/smtlib_identifiers.h"
 #include "printer_choice.h"
@@ -29,9 +30,9 @@ std::size_t query_number(const DocumentSource& source) {
                       std::to_string(number));
   }
   if (!source.line.query && count > 1) {
-    source.warnings.warn("the input has " + std::to_string(count) +
-                         " check-sat, only what is in force at the first is written (--query N "
-                         "takes another)");
+    source.diagnostics.warn("the input has " + std::to_string(count) +
+                            " check-sat, only what is in force at the first is written (--query N "
+                            "takes another)");
   }
   return number;
 }
@@ -84,7 +85,7 @@ void end_with_query(std::ostream& out, bool has_query) {
 
 void warn_of_lost_attributes(const DocumentSource& source) {
   if (source.script.annotations.size() != 0) {
-    source.warnings.warn("attributes of terms are left out: the form has no place for them");
+    source.diagnostics.warn("attributes of terms are left out: the form has no place for them");
   }
 }
 
@@ -105,6 +106,24 @@ void write_plain(const DocumentSource& source, std::ostream& out) {
   counts.add_term(formula);
   source.statistics.assertions = content.terms.size();
   source.statistics.terms = counts.num_terms();
+}
+
+void write_drawing(const DocumentSource& source, std::ostream& out) {
+  const Content content = content_in_force(source);
+  const Term* formula = conjunction(source.manager, content.terms);
+  ReferenceCounts counts;
+  counts.add_term(formula);
+  const std::size_t most = source.line.most_nodes;
+  if (counts.num_terms() > most) {
+    source.diagnostics.warn("the graph has " + std::to_string(counts.num_terms()) +
+                            " terms, only the " + std::to_string(most) +
+                            " nearest to the formula are drawn (--nodes N draws more)");
+  }
+  CountingPrinter<DotTermPrinter> printer(&source.manager);
+  printer.print_graph(out, formula, most);
+  source.statistics.assertions = content.terms.size();
+  source.statistics.terms = std::min(counts.num_terms(), most);
+  source.statistics.definitions = printer.definitions();
 }
 
 /// The forms with define-fun. Everything compound is written exactly once in them: what is shared
@@ -129,7 +148,7 @@ void write_definitions(const DocumentSource& source, std::ostream& out) {
   const auto printed_once = [&](const Term* term) {
     return counts.is_counted(term) && (term->symbol->arity != 0 || !counts.is_shared(term));
   };
-  keep_attributes(source.script, printed_once, names, source.warnings, attributes);
+  keep_attributes(source.script, printed_once, names, source.diagnostics, attributes);
   const auto print = [&](auto& printer) {
     if (several) {
       printer.print_terms(out, content.terms);
@@ -169,7 +188,7 @@ std::string DocumentSource::status(const std::string& of_input) const {
   if (word.empty() || word == "sat" || word == "unsat" || word == "unknown") {
     return std::string(word);
   }
-  warnings.warn("the status " + of_input + " is left out: it is not sat, unsat or unknown");
+  diagnostics.warn("the status " + of_input + " is left out: it is not sat, unsat or unknown");
   return "";
 }
 
@@ -203,6 +222,9 @@ void write_document(const DocumentSource& source, std::ostream& out) {
       break;
     case Form::trace:
       write_trace(source, out);
+      break;
+    case Form::dot:
+      write_drawing(source, out);
       break;
   }
 }

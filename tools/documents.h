@@ -8,8 +8,8 @@
 #include "brum/terms/term_manager.h"
 #include "brum/utils/exception.h"
 #include "command_line.h"
+#include "diagnostics.h"
 #include "statistics.h"
-#include "warnings.h"
 
 namespace brum::tools {
 
@@ -30,7 +30,7 @@ struct DocumentSource {
   const CommandLine& line;
   const Script& script;
   TermManager& manager;
-  Warnings& warnings;
+  Diagnostics& diagnostics;
   Statistics& statistics;
 
   /// The text of the logic to state, empty for none: the user's, else one that holds what was read.

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <fstream>
 #include <iostream>
 #include <string_view>
 #include <system_error>
@@ -67,27 +66,16 @@ void read_as(Language language, const CommandLine& line, TermManager& manager, s
   }
 }
 
-void read_stream(const CommandLine& line, TermManager& manager, std::istream& in,
-                 ScriptHandler& handler) {
-  if (line.language) {
-    read_as(*line.language, line, manager, in, handler);
-    return;
-  }
-  std::string beginning;
-  const Language language = detect_language(in, beginning);
-  RereadBuffer whole(std::move(beginning), *in.rdbuf());
-  std::istream all(&whole);
-  read_as(language, line, manager, all, handler);
-}
-
-/// Reading a folder would look like reading an empty file.
-void refuse_folder(const CommandLine& line) {
+/// The size of what stands behind an open file, 0 where that is no plain file. Throws IoError for a
+/// folder, reading which would look like reading an empty file.
+std::size_t size_of_input(const CommandLine& line) {
   struct stat facts {};
   const bool known = line.input == "-" ? ::fstat(STDIN_FILENO, &facts) == 0
                                        : ::stat(line.input.c_str(), &facts) == 0;
   if (known && S_ISDIR(facts.st_mode)) {
     throw IoError("cannot read " + line.input_name() + ": it is a folder");
   }
+  return known && S_ISREG(facts.st_mode) ? static_cast<std::size_t>(facts.st_size) : 0;
 }
 
 }  // namespace
@@ -123,18 +111,33 @@ Language detect_language(std::istream& in, std::string& beginning) {
   return detector.language();
 }
 
-void read_input(const CommandLine& line, TermManager& manager, ScriptHandler& handler) {
-  refuse_folder(line);
+Input::Input(const CommandLine& line) : bytes_(size_of_input(line)) {
   if (line.input == "-") {
-    read_stream(line, manager, std::cin, handler);
     return;
   }
   errno = 0;
-  std::ifstream file(line.input, std::ios::binary);
-  if (!file) {
+  file_.open(line.input, std::ios::binary);
+  if (!file_) {
     throw IoError("cannot read " + line.input + ": " + std::generic_category().message(errno));
   }
-  read_stream(line, manager, file, handler);
+}
+
+std::streambuf& Input::text() {
+  return file_.is_open() ? *file_.rdbuf() : *std::cin.rdbuf();
+}
+
+void read_input(const CommandLine& line, std::streambuf& text, TermManager& manager,
+                ScriptHandler& handler) {
+  std::istream in(&text);
+  if (line.language) {
+    read_as(*line.language, line, manager, in, handler);
+    return;
+  }
+  std::string beginning;
+  const Language language = detect_language(in, beginning);
+  RereadBuffer whole(std::move(beginning), text);
+  std::istream all(&whole);
+  read_as(language, line, manager, all, handler);
 }
 
 }  // namespace brum::tools

@@ -2,6 +2,7 @@
 #define BRUM_TOOLS_INPUT_H
 
 #include <cstddef>
+#include <fstream>
 #include <istream>
 #include <streambuf>
 #include <string>
@@ -36,9 +37,26 @@ class RereadBuffer : public std::streambuf {
 /// `benchmark` after a bracket. Appends what it took from the stream to `beginning`.
 Language detect_language(std::istream& in, std::string& beginning);
 
-/// Reads the command's input, in the language that the user named or that it is found to be in.
-/// Throws IoError when it cannot be read, ReadError when it is wrong.
-void read_input(const CommandLine& line, TermManager& manager, ScriptHandler& handler);
+/// The command's input, open.
+class Input {
+ public:
+  /// Opens the file that the user named, or takes standard input. Throws IoError.
+  explicit Input(const CommandLine& line);
+
+  std::streambuf& text();
+
+  /// The size of the file, 0 where it is not known.
+  std::size_t bytes() const { return bytes_; }
+
+ private:
+  std::size_t bytes_;
+  std::ifstream file_;
+};
+
+/// Reads the text of the command's input, in the language that the user named or that it is found
+/// to be in. Throws ReadError when it is wrong.
+void read_input(const CommandLine& line, std::streambuf& text, TermManager& manager,
+                ScriptHandler& handler);
 
 }  // namespace brum::tools
 

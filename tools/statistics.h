@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <iosfwd>
+#include <string_view>
 
 namespace brum::tools {
 
@@ -18,6 +19,11 @@ struct Statistics {
 
   /// Writes the figures, a line each, and the peak of the process's memory.
   void print(std::ostream& out) const;
+
+  /// Writes the same and the names of input, output (empty for standard output) and form as one
+  /// object of JSON on a line of its own.
+  void print_json(std::ostream& out, std::string_view input, std::string_view output,
+                  std::string_view form) const;
 };
 
 /// Measures seconds from its making on.

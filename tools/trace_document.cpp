@@ -127,8 +127,8 @@ class TraceWriter {
       return "";
     }
     if (!names_.take(name)) {
-      source_.warnings.warn("the name " + name_as_symbol(name) +
-                            " of an assertion is left out: it is given twice or declared");
+      source_.diagnostics.warn("the name " + name_as_symbol(name) +
+                               " of an assertion is left out: it is given twice or declared");
       return "";
     }
     return ":named " + name_as_symbol(name);
@@ -168,7 +168,7 @@ void write_trace(const DocumentSource& source, std::ostream& out) {
   }
   if (script.annotations.size() != 0) {
     const PrintedOnce printed_once(terms);
-    keep_attributes(script, std::cref(printed_once), reserved, source.warnings, attributes);
+    keep_attributes(script, std::cref(printed_once), reserved, source.diagnostics, attributes);
   }
 
   const auto print = [&](auto& printer) {

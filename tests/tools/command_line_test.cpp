@@ -123,6 +123,10 @@ TEST(CommandLine, LabelMustBeAPlainSymbol) {
   }
 }
 
+TEST(CommandLine, ADrawingHasTheUsualLabels) {
+  expect_usage_error({"--label", "d_", "-t", "dot"}, "--label: a drawing has the usual labels");
+}
+
 TEST(CommandLine, LabelHasNoPlaceInVersion1) {
   expect_usage_error({"--label", "d_", "-t", "v1"},
                      "--label: labels have fixed forms in version 1.2");
@@ -135,19 +139,21 @@ TEST(CommandLine, HeaderWordsMustBePlainSymbols) {
 }
 
 TEST(CommandLine, RefusesBadUsage) {
-  expect_usage_error({"--to", "v3"}, "--to: 'v3' is none of v1|v2|define-fun|terms|trace");
-  expect_usage_error({"--to", ""}, "--to: '' is none of v1|v2|define-fun|terms|trace");
+  expect_usage_error({"--to", "v3"}, "--to: 'v3' is none of v1|v2|define-fun|terms|trace|dot");
+  expect_usage_error({"--to", ""}, "--to: '' is none of v1|v2|define-fun|terms|trace|dot");
   expect_usage_error({"--from", "v3"}, "--from: 'v3' is none of v1|v2");
   expect_usage_error({"--nonsense"}, "The following argument was not expected: --nonsense");
-  expect_usage_error({"one.smt2", "two.smt2"}, "The following argument was not expected: two.smt2");
+  expect_usage_error({"one.smt2", "two.smt2"}, "INPUT: several inputs need --output-folder");
   for (const std::string number : {"0", "-1", "x", "1.5", "010", "0x1", "1e3", ""}) {
-    expect_usage_error({"--query", number}, "--query: '" + number + "' is not a number from 1 on");
+    for (const std::string option : {"--query", "--nodes", "--jobs"}) {
+      expect_usage_error({option, number}, option + ": '" + number + "' is not a number from 1 on");
+    }
   }
-  for (const char* option :
-       {"--to", "--output", "--logic", "--status", "--from", "--label", "--query"}) {
+  for (const char* option : {"--to", "--output", "--output-folder", "--logic", "--status", "--from",
+                             "--label", "--query", "--nodes", "--jobs", "--introduced"}) {
     const Outcome outcome = brumlin({option}, one_query);
     EXPECT_EQ(outcome.status, 2) << option;
-    EXPECT_THAT(outcome.err, MatchesRegex("brumlin: error: --[a-z]+: [^\n]+\n")) << option;
+    EXPECT_THAT(outcome.err, MatchesRegex("brumlin: error: --[a-z-]+: [^\n]+\n")) << option;
     EXPECT_EQ(outcome.out, "");
   }
   EXPECT_EQ(brumlin({"--query", "99999999999999999999999"}, one_query).status, 2);
@@ -162,7 +168,8 @@ TEST(CommandLine, HelpAndVersionGoToStandardOutput) {
   EXPECT_EQ(help.status, 0);
   EXPECT_EQ(help.err, "");
   for (const char* option : {"-t,--to", "-o,--output", "--logic", "--status", "--from", "--label",
-                             "--query", "--stats", "-h,--help", "--version", "INPUT"}) {
+                             "--query", "--stats", "-h,--help", "--version", "INPUT",
+                             "--output-folder", "-j,--jobs", "--nodes", "--introduced"}) {
     EXPECT_THAT(help.out, HasSubstr(option));
   }
 }
@@ -193,6 +200,41 @@ TEST(CommandLine, StatsTellsSizesTimesAndMemory) {
         << row.form;
     EXPECT_EQ(outcome.out, brumlin({"-t", row.form}, input).out);
   }
+}
+
+TEST(CommandLine, StatsAsTextIsWhatStatsMeans) {
+  const Outcome outcome = brumlin({"--stats=text"}, one_query);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_THAT(outcome.err, StartsWith("assertions: 1\ndistinct terms: 1\ndefinitions: 0\n"));
+}
+
+TEST(CommandLine, StatsAsJsonAreOneObjectOnALine) {
+  const TemporaryFolder folder;
+  folder.write("a\"b\\\xc3\xa9\xff\t.smt2", one_query);
+  const Outcome named = brumlin(
+      Start{.words = {"--stats=json", "-t", "trace", "-o", "out", "a\"b\\\xc3\xa9\xff\t.smt2"},
+            .folder = folder.path().string()});
+  EXPECT_EQ(named.status, 0);
+  EXPECT_THAT(
+      named.err,
+      MatchesRegex("\\{\"input\": \"a\\\\\"b\\\\\\\\\xc3\xa9\xef\xbf\xbd\\\\u0009\\.smt2\", "
+                   "\"output\": \"out\", \"form\": \"trace\", \"assertions\": 1, "
+                   "\"distinct_terms\": 1, \"definitions\": 0, \"bytes\": [0-9]+, "
+                   "\"seconds_reading\": [0-9]+\\.[0-9]+, \"seconds_printing\": [0-9]+\\.[0-9]+, "
+                   "\"peak_memory_kib\": [1-9][0-9]*\\}\n"));
+  const Outcome unnamed = brumlin({"--stats=json"}, one_query);
+  EXPECT_EQ(unnamed.out, one_query_as_v2);
+  EXPECT_THAT(unnamed.err, StartsWith("{\"input\": \"<stdin>\", \"output\": null, "
+                                      "\"form\": \"v2\", \"assertions\": 1, "));
+}
+
+TEST(CommandLine, StatsTakeNoWordOfTheirOwn) {
+  const TemporaryFolder folder;
+  const Outcome outcome =
+      brumlin({"--stats", folder.write("json", one_query)}, "(assert not read)");
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.out, one_query_as_v2);
+  expect_usage_error({"--stats=xml"}, "--stats: 'xml' is none of text|json");
 }
 
 TEST(CommandLine, StatsCountTheBytesOfTheFile) {
