@@ -105,8 +105,8 @@ void run(FuzzInput& input) {
   const std::size_t size = 1 + input.below(most_applications);
   const Term* formula = generator.formula(size);
   check_nul(mgr, input);
-  const bool safe = !content.options.unwritable_names;
   for (const WrittenForm& form : testing::written_forms()) {
+    const bool safe = check_names(mgr, {formula}, form.is_v1).empty();
     if (safe && (content.fits_v1 || !form.is_v1))
       write_and_read_back(form, mgr, formula, content.logic);
     else
