@@ -15,12 +15,8 @@ static_assert(Path::is_always_lock_free, "a handler of signals must not wait");
 
 std::array<Path, 4> doomed{};
 
-extern "C" void remove_doomed_files(int signal) {
-  for (const Path& path : doomed) {
-    if (const char* text = path.load(); text != nullptr) {
-      ::unlink(text);
-    }
-  }
+extern "C" void remove_files_and_end(int signal) {
+  remove_doomed_files();
   // By now the signal does again what it does by default: it ends the process.
   static_cast<void>(std::raise(signal));
 }
@@ -29,7 +25,7 @@ void handle_signals() {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     struct sigaction action {};
     if (::sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_DFL) {
-      action.sa_handler = remove_doomed_files;
+      action.sa_handler = remove_files_and_end;
       action.sa_flags = static_cast<int>(SA_RESETHAND);
       ::sigaction(signal, &action, nullptr);
     }
@@ -46,6 +42,14 @@ void replace(const char* old_path, const char* new_path) noexcept {
 }
 
 }  // namespace
+
+void remove_doomed_files() noexcept {
+  for (const Path& path : doomed) {
+    if (const char* text = path.load(); text != nullptr) {
+      ::unlink(text);
+    }
+  }
+}
 
 void doom_file(const char* path) noexcept {
   handle_signals();

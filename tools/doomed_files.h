@@ -11,6 +11,9 @@ void doom_file(const char* path) noexcept;
 /// Takes that back; `path` is the same pointer. Does nothing for a file that is not doomed.
 void spare_file(const char* path) noexcept;
 
+/// Removes the doomed files, for a process that is about to end. Safe in a handler of signals.
+void remove_doomed_files() noexcept;
+
 }  // namespace brum::tools
 
 #endif  // BRUM_TOOLS_DOOMED_FILES_H

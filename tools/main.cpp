@@ -4,6 +4,7 @@
 #include "batch.h"
 #include "command_line.h"
 #include "conversion.h"
+#include "number_memory.h"
 #include "progress_bar.h"
 #include "terminal.h"
 
@@ -11,6 +12,9 @@ int main(int argc, char** argv) {
   using namespace brum::tools;
   // A reader of our output that goes away is an error to report, not a reason to die silently.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+  // So is a file that may grow no more.
+  static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+  end_in_order_without_memory_for_numbers();
   std::ios::sync_with_stdio(false);
   ExitStatus status = ExitStatus::done;
   const auto line = parse_command_line(argc, argv, status);

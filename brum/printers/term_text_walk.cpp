@@ -81,8 +81,8 @@ std::string TermTextWalk::write_definition(const Term* term, const WriteText& wr
 }
 
 inline TermTextWalk::Argument TermTextWalk::define(const Term* term, const Texts& children) {
-  std::string label = write_definition(
-      term, [&] { printer_.print_term_and_children(out_, term, children); });
+  std::string label =
+      write_definition(term, [&] { printer_.print_term_and_children(out_, term, children); });
   return {keep(term, std::move(label)), 0, false};
 }
 

@@ -26,9 +26,7 @@ class TextPiece {
   }
 
  private:
-  void make_room(std::size_t bytes) {
-    memory_.resize(std::max(used_ + bytes, memory_.size() * 2));
-  }
+  void make_room(std::size_t bytes) { memory_.resize(std::max(used_ + bytes, memory_.size() * 2)); }
 
   std::vector<char> memory_ = std::vector<char>(256);
   std::size_t used_ = 0;

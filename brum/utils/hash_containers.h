@@ -430,8 +430,8 @@ class HashMap : public Hashtable<std::pair<Key, T>, GetKey_pair<Key, T>, Key, Ha
     });
   }
 
-  /** Adds `key`, which must not be there, with the value that is moved from `value`. On an exception
-   * `value` keeps what it holds. */
+  /** Adds `key`, which must not be there, with the value that is moved from `value`. On an
+   * exception `value` keeps what it holds. */
   iterator insert_absent(const Key& key, T&& value) {
     return this->link_absent(key, [&] { return std::pair<Key, T>(key, std::move(value)); });
   }
