@@ -6,6 +6,10 @@
 brum_build_packages=(g++ cmake ninja-build libgmp-dev libcli11-dev)
 # shellcheck disable=SC2034
 brum_test_packages=(libgtest-dev libgmock-dev librapidcheck-dev)
+# shellcheck disable=SC2034
+brum_python_packages=(pybind11-dev python3-dev python3-pip python3-pytest python3-setuptools python3-wheel)
+# shellcheck disable=SC2034
+brum_packaging_packages=(lintian dpkg-dev file gzip make pkg-config)
 
 # brum_need PACKAGE...
 # Installs those of the packages that are missing, and says which on standard error.
