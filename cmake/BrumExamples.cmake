@@ -11,7 +11,13 @@ include(ExtractExamples)
 function(brum_add_example target source)
   add_executable(${target} "${source}")
   target_link_libraries(${target} PRIVATE brum::brum brum_warnings)
-  add_test(NAME ${target} COMMAND ${target})
+  if(EXISTS "${source}.output")
+    add_test(NAME ${target} COMMAND ${CMAKE_COMMAND} -D "PROGRAM=$<TARGET_FILE:${target}>" -D
+                                    "OUTPUT=${source}.output" -P
+                                    "${PROJECT_SOURCE_DIR}/cmake/CompareOutput.cmake")
+  else()
+    add_test(NAME ${target} COMMAND ${target})
+  endif()
   set_tests_properties(${target} PROPERTIES TIMEOUT 60)
 endfunction()
 
@@ -23,7 +29,7 @@ foreach(source IN LISTS brum_example_sources)
 endforeach()
 
 file(GLOB brum_documents CONFIGURE_DEPENDS "${PROJECT_SOURCE_DIR}/README.md"
-     "${PROJECT_SOURCE_DIR}/docs/*.md")
+     "${PROJECT_SOURCE_DIR}/docs/*.md" "${PROJECT_SOURCE_DIR}/docs/guide/*.md")
 foreach(document IN LISTS brum_documents)
   brum_extract_programs("${document}" "${PROJECT_BINARY_DIR}/documentation" brum_programs)
   foreach(source IN LISTS brum_programs)

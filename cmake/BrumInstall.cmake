@@ -63,18 +63,30 @@ if(TARGET brumlin)
     file(RELATIVE_PATH brum_rpath "/prefix/${CMAKE_INSTALL_BINDIR}" "/prefix/${CMAKE_INSTALL_LIBDIR}")
     set_target_properties(brumlin PROPERTIES INSTALL_RPATH "\$ORIGIN/${brum_rpath}")
   endif()
-  if(EXISTS "${PROJECT_SOURCE_DIR}/docs/brumlin.1")
-    find_program(BRUM_GZIP gzip REQUIRED)
-    set(brum_manual "${PROJECT_BINARY_DIR}/install/brumlin.1.gz")
-    add_custom_command(
-      OUTPUT "${brum_manual}"
-      COMMAND "${BRUM_GZIP}" -9nc "${PROJECT_SOURCE_DIR}/docs/brumlin.1" > "${brum_manual}"
-      DEPENDS "${PROJECT_SOURCE_DIR}/docs/brumlin.1"
-      VERBATIM)
-    add_custom_target(brum_manual ALL DEPENDS "${brum_manual}")
-    install(
-      FILES "${brum_manual}"
-      DESTINATION "${CMAKE_INSTALL_MANDIR}/man1"
-      COMPONENT command)
+  find_program(BRUM_GZIP gzip REQUIRED)
+  set(brum_manual "${PROJECT_BINARY_DIR}/install/brumlin.1.gz")
+  add_custom_command(
+    OUTPUT "${brum_manual}"
+    COMMAND "${BRUM_GZIP}" -9nc "${PROJECT_SOURCE_DIR}/docs/brumlin.1" > "${brum_manual}"
+    DEPENDS "${PROJECT_SOURCE_DIR}/docs/brumlin.1"
+    VERBATIM)
+  add_custom_target(brum_manual ALL DEPENDS "${brum_manual}")
+  install(
+    FILES "${brum_manual}"
+    DESTINATION "${CMAKE_INSTALL_MANDIR}/man1"
+    COMPONENT command)
+  install(
+    FILES "${PROJECT_SOURCE_DIR}/completions/brumlin.bash"
+    DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/bash-completion/completions"
+    RENAME brumlin
+    COMPONENT command)
+  # Debian's zsh looks in the one of these folders for what packages bring, any zsh in the other.
+  set(brum_zsh_folder site-functions)
+  if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    set(brum_zsh_folder vendor-completions)
   endif()
+  install(
+    FILES "${PROJECT_SOURCE_DIR}/completions/_brumlin"
+    DESTINATION "${CMAKE_INSTALL_DATAROOTDIR}/zsh/${brum_zsh_folder}"
+    COMPONENT command)
 endif()

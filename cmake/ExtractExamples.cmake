@@ -4,6 +4,9 @@
 # to directory/STEM_N.cpp, N counting the programs of that document from 1, and leaves the list of
 # files in `result`. A file whose text has not changed is left alone, so it is not compiled again.
 # Blocks without main are fragments and are not built.
+#
+# A block whose first line ends with the word output, with a text that has no code in it before it, is
+# what the program prints; it goes to a file of the program's name with .output added.
 function(brum_extract_programs document directory result)
   set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${document}")
   cmake_path(GET document STEM stem)
@@ -38,6 +41,12 @@ function(brum_extract_programs document directory result)
     endif()
     if(NOT previous STREQUAL "${program}\n")
       file(WRITE "${file}" "${program}\n")
+    endif()
+    # What the program is to print.
+    if(rest MATCHES "^\n```\n[^`]*```[a-z0-9]+ output\n([^`]*\n)```")
+      file(WRITE "${file}.output" "${CMAKE_MATCH_1}")
+    else()
+      file(REMOVE "${file}.output")
     endif()
     list(APPEND files "${file}")
   endwhile()

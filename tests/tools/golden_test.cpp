@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tests/tools/command.h"
+#include "tests/tools/declarations.h"
 #include "tests/tools/solvers.h"
 
 // Each tests/golden/FORM/CASE.smt2 is written in the form FORM and compared with CASE.expect, whose
@@ -30,15 +31,6 @@ struct Case {
   std::string warnings;
 };
 
-std::vector<std::string> lines_of(const std::string& text) {
-  std::vector<std::string> lines;
-  std::istringstream in(text);
-  for (std::string line; std::getline(in, line);) {
-    lines.push_back(line + (in.eof() ? "" : "\n"));
-  }
-  return lines;
-}
-
 Case read_case(const fs::path& input) {
   Case result{.name = input.stem().string(), .options = {}, .warnings = {}};
   const std::string options = "; options: ";
@@ -56,33 +48,6 @@ Case read_case(const fs::path& input) {
     }
   }
   return result;
-}
-
-bool declares(const std::string& line) {
-  return line.starts_with("(declare-") || line.starts_with(":extra");
-}
-
-bool declares_sort(const std::string& line) {
-  return line.starts_with("(declare-sort ") || line.starts_with(":extrasorts ");
-}
-
-/// Sorts neighbouring declarations: their order is that of a hash table. Declarations of sorts must
-/// come before the others, and stay there.
-std::string with_sorted_declarations(const std::string& text) {
-  std::vector<std::string> lines = lines_of(text);
-  for (auto first = lines.begin(); first != lines.end();) {
-    const auto same_kind = [&](const std::string& line) {
-      return declares(line) && declares_sort(line) == declares_sort(*first);
-    };
-    const auto last = std::find_if_not(first, lines.end(), same_kind);
-    std::sort(first, last);
-    first = last == first ? first + 1 : last;
-  }
-  std::string sorted;
-  for (const std::string& line : lines) {
-    sorted += line;
-  }
-  return sorted;
 }
 
 void keep_what_was_got(const std::string& form, const std::string& name, const std::string& text) {
