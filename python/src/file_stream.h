@@ -1,0 +1,53 @@
+#ifndef BRUM_PYTHON_FILE_STREAM_H
+#define BRUM_PYTHON_FILE_STREAM_H
+
+#include <ostream>
+#include <streambuf>
+#include <string>
+
+#include "handles.h"
+
+namespace brum::python {
+
+/// Hands text to the write() of a Python file object, 64 KiB at a time: as bytes for a binary file,
+/// else as str, decoded from UTF-8 (other bytes become the surrogates that Python writes back as
+/// those bytes under the error handler `surrogateescape`). What write() raises comes out of the
+/// stream as an exception.
+class FileBuffer : public std::streambuf {
+ public:
+  explicit FileBuffer(const py::object& file);
+
+  /// Hands over what is left.
+  void finish();
+
+ private:
+  int_type overflow(int_type byte) override;
+  std::streamsize xsputn(const char* bytes, std::streamsize count) override;
+
+  void send(bool at_end);
+
+  py::object write_;
+  bool binary_;
+  std::string memory_;
+};
+
+/// An output stream into a Python file object. finish() must be called at the end.
+class FileStream : public std::ostream {
+ public:
+  explicit FileStream(const py::object& file) : std::ostream(nullptr), buffer_(file) {
+    rdbuf(&buffer_);
+    exceptions(std::ios_base::badbit);
+  }
+
+  void finish() { buffer_.finish(); }
+
+ private:
+  FileBuffer buffer_;
+};
+
+/// Decodes a text as FileBuffer does.
+py::str to_text(const std::string& bytes);
+
+}  // namespace brum::python
+
+#endif  // BRUM_PYTHON_FILE_STREAM_H

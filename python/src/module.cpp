@@ -1,0 +1,39 @@
+#include "brum/capi/base.h"
+#include "handles.h"
+
+namespace brum::python {
+
+PYBIND11_MODULE(_brum, module) {
+  module.doc() = "Terms and printers of brum.";
+  module.attr("__version__") = brum_version();
+
+  static py::exception<Exception> error(module, "Error");
+  error.doc() = "What the library objects to; the other errors derive from it.";
+  static py::exception<TermManager::error> sort_error(module, "SortError", error.ptr());
+  sort_error.doc() = "Sorts, declarations or managers that do not fit together.";
+  static py::exception<TermPrinter::error> form_error(module, "FormError", error.ptr());
+  form_error.doc() = "What the form that was asked for cannot express.";
+  py::register_exception_translator([](std::exception_ptr thrown) {
+    try {
+      if (thrown) {
+        std::rethrow_exception(thrown);
+      }
+    } catch (const TermManager::error& problem) {
+      sort_error(problem.what());
+    } catch (const TermPrinter::error& problem) {
+      form_error(problem.what());
+    } catch (const Exception& problem) {
+      error(problem.what());
+    }
+  });
+
+  add_sorts(module);
+  py::class_<TermHandle> term(module, "Term", "A term; a formula is a term of sort Bool.");
+  add_manager(module);
+  add_terms(term);
+  add_bit_vectors(term);
+  add_printing(module, term);
+  add_traces(module);
+}
+
+}  // namespace brum::python

@@ -1,0 +1,273 @@
+"""Documents, texts and traces."""
+
+import io
+
+import pytest
+
+import brum
+
+HEADER = "(set-info :source |printed by Brumlin|)\n(declare-fun x () Int)\n"
+
+
+@pytest.fixture
+def m():
+    return brum.TermManager()
+
+
+@pytest.fixture
+def formula(m):
+    """(and (<= s 7) (not (= s 3))) with s = (+ x x), which is term 2."""
+    x = m.const("x", m.int_sort)
+    total = x + x
+    return (total <= 7) & ~total.equals(3)
+
+
+def test_version_1(formula):
+    assert formula.to_smtlib(version=1, logic="QF_LIA", status="sat") == (
+        "(benchmark unnamed\n"
+        ":status sat\n"
+        ":logic QF_LIA\n"
+        ":source { printed by Brumlin }\n"
+        ":extrafuns ((x Int))\n"
+        "\n:formula\n"
+        "(let (?def_2 (+ x x))\n"
+        "\n(and (<= ?def_2 7) (not (= ?def_2 3)))\n"
+        ")\n)\n"
+    )
+
+
+def test_version_2(formula):
+    assert formula.to_smtlib(version=2) == (
+        HEADER + "(assert\n"
+        "(let ((.def_2 (+ x x)))\n"
+        "(and (<= .def_2 7) (not (= .def_2 3)))\n"
+        "))\n"
+    )
+
+
+def test_define_fun_with_labels_and_check_sat(formula):
+    text = formula.to_smtlib(define_fun=True, label_prefix="d_", check_sat=True)
+    assert text == (
+        HEADER + "(define-fun d_2 () Int (+ x x))\n"
+        "(assert (and (<= d_2 7) (not (= d_2 3))))\n"
+        "(check-sat)\n"
+    )
+
+
+def test_terms(formula):
+    text = brum.terms_to_smtlib(formula.arguments)
+    assert text == (
+        HEADER + "(define-fun .def_2 () Int (+ x x))\n"
+        "(define-fun .def_4 () Bool (<= .def_2 7))\n"
+        "(define-fun .def_7 () Bool (not (= .def_2 3)))\n"
+        "(assert true)\n"
+    )
+    assert formula.arguments[1].label() == ".def_7"
+    out = io.StringIO()
+    brum.write_terms(formula.arguments, out)
+    assert out.getvalue() == text
+    with pytest.raises(ValueError):
+        brum.terms_to_smtlib([])
+
+
+def test_single_terms_and_atoms(formula):
+    expected = "(let ((.def_2 (+ x x))) (and (<= .def_2 7) (not (= .def_2 3))))"
+    assert str(formula) == expected
+    assert formula.to_text() == expected
+    assert formula.arguments[0].to_text(newlines=True) == "(<= (+ x x) 7)"
+    assert (
+        formula.to_text(version=1)
+        == "(let (?def_2 (+ x x)) (and (<= ?def_2 7) (not (= ?def_2 3))))"
+    )
+    assert formula.arguments[0].atom_text() == "(<= (+ x x) 7)"
+
+
+def test_attributes(formula):
+    bounded = formula.arguments[0]
+    attributes = {bounded: [("named", "below"), ("line", "12")]}
+    assert bounded.to_text(attributes=attributes) == "(! (<= (+ x x) 7) :named below :line 12)"
+    with pytest.raises(ValueError, match="attributes"):
+        formula.to_smtlib(version=1, attributes=attributes)
+
+
+def test_options_that_do_not_go_together(formula):
+    for wrong in (
+        {"version": 3},
+        {"version": 1, "define_fun": True},
+        {"version": 1, "check_sat": True},
+        {"version": 1, "label_prefix": "d_"},
+        {"label_prefix": "a b"},
+    ):
+        with pytest.raises(ValueError):
+            formula.to_smtlib(**wrong)
+    with pytest.raises(brum.SortError, match="no formula"):
+        formula.arguments[0].arguments[0].to_smtlib()
+
+
+def test_what_a_form_cannot_express(m):
+    row = m.array_sort(m.int_sort, m.int_sort)
+    table = m.const("t", m.array_sort(m.int_sort, row))
+    with pytest.raises(brum.FormError):
+        table.equals(table).to_smtlib(version=1)
+
+
+def test_unsafe_names_are_refused(m):
+    formula = m.const("a|b", m.bool_sort)
+    with pytest.raises(brum.FormError, match="the name `a|b`"):
+        formula.to_smtlib()
+    assert "|a|b|" in formula.to_smtlib(check_names=False)
+
+
+def test_files_of_text_and_of_bytes(formula, tmp_path):
+    expected = formula.to_smtlib()
+    out = io.StringIO()
+    formula.write_smtlib(out)
+    assert out.getvalue() == expected
+    with open(tmp_path / "text", "w", encoding="utf-8") as text:
+        formula.write_smtlib(text)
+    with open(tmp_path / "bytes", "wb") as data:
+        formula.write_smtlib(data)
+    with open(tmp_path / "raw", "wb", buffering=0) as raw:
+        formula.write_smtlib(raw)
+    for name in ("text", "bytes", "raw"):
+        assert (tmp_path / name).read_text(encoding="utf-8") == expected
+
+
+class Reluctant(io.RawIOBase):
+    """A binary file that takes no more than so many bytes at a time."""
+
+    def __init__(self, at_a_time):
+        super().__init__()
+        self.at_a_time = at_a_time
+        self.taken = b""
+
+    def write(self, piece):
+        self.taken += bytes(piece)[: self.at_a_time]
+        return min(len(piece), self.at_a_time)
+
+
+def test_a_file_may_take_a_part_only(m):
+    formula = m.const("x", m.int_sort) <= 7
+    file = Reluctant(3)
+    formula.write_smtlib(file)
+    assert file.taken.decode() == formula.to_smtlib()
+    with pytest.raises(OSError, match="took nothing"):
+        formula.write_smtlib(Reluctant(0))
+
+
+class Pieces:
+    """A file of somebody's own that keeps the pieces."""
+
+    def __init__(self):
+        self.pieces = []
+
+    def write(self, piece):
+        self.pieces.append(piece)
+
+
+def test_a_document_is_streamed(m):
+    x = m.const("x", m.int_sort)
+    term = x
+    for number in range(50_000):
+        term = term + number
+    out = Pieces()
+    (term <= 0).write_smtlib(out)
+    assert len(out.pieces) > 5
+    assert max(len(piece) for piece in out.pieces) < 200_000
+    assert "".join(out.pieces) == (term <= 0).to_smtlib()
+
+
+def test_characters_are_not_cut_by_the_pieces(m):
+    name = "\N{GREEK SMALL LETTER ALPHA}" * 100_001
+    formula = m.const(name, m.bool_sort)
+    for shift in range(2):
+        out = Pieces()
+        formula.write_smtlib(out, logic="A" * (shift + 1))
+        text = "".join(out.pieces)
+        assert text.count(f"|{name}|") == 2
+        assert "\ufffd" not in text
+
+
+def test_bytes_that_are_no_text(m, tmp_path):
+    formula = m.const(b"\xff", m.bool_sort)
+    text = formula.to_smtlib()
+    assert "|\udcff|" in text
+    with open(tmp_path / "out", "wb") as out:
+        formula.write_smtlib(out)
+    assert (tmp_path / "out").read_bytes() == text.encode("utf-8", "surrogateescape")
+
+
+class Full:
+    def write(self, piece):
+        raise OSError("no space")
+
+
+def test_errors_of_the_file_come_through(formula):
+    with pytest.raises(OSError, match="no space"):
+        formula.write_smtlib(Full())
+    with pytest.raises(AttributeError):
+        formula.write_smtlib(42)
+    assert formula.to_smtlib().startswith(HEADER)
+
+
+def test_a_trace(m):
+    node = m.uninterpreted_sort("Node")
+    n = m.const("n", node)
+    x = m.const("x", m.int_sort)
+    total = x + x  # 3, shared by the two assertions
+    upper, lower = total <= 7, 0 <= total
+    out = io.StringIO()
+    trace = brum.Trace(m, out, logic="QF_UFLIA")
+    trace.declare(node)
+    trace.declare(n.symbol)
+    trace.declare(x)
+    trace.push()
+    trace.assert_(upper, "upper bound")
+    trace.check_sat()
+    trace.pop()
+    trace.annotate(lower, "line", "4")
+    trace.assert_(~lower)
+    trace.check_sat()
+    assert out.getvalue() == (
+        "(set-option :global-declarations true)\n"
+        "(set-logic QF_UFLIA)\n"
+        "(set-info :source |printed by Brumlin|)\n"
+        "(declare-sort U0 0)\n"
+        "(declare-fun n () U0)\n"
+        "(declare-fun x () Int)\n"
+        "(push 1)\n"
+        "(define-fun .def_3 () Int (+ x x))\n"
+        "(assert (! (<= .def_3 7) :named |upper bound|))\n"
+        "(check-sat)\n"
+        "(pop 1)\n"
+        "(assert (not (! (<= 0 .def_3) :line 4)))\n"
+        "(check-sat)\n"
+    )
+
+
+def test_what_a_trace_refuses(m):
+    out = io.StringIO()
+    trace = brum.Trace(m, out, global_declarations=False)
+    before = out.getvalue()
+    x = m.const("x", m.int_sort)
+    with pytest.raises(brum.SortError, match="only uninterpreted sorts"):
+        trace.declare(m.int_sort)
+    with pytest.raises(brum.SortError, match="operator"):
+        trace.declare((x + 1).symbol)
+    with pytest.raises(brum.SortError, match="no formula"):
+        trace.assert_(x)
+    for name in ("", "a|b", "a\\b"):
+        with pytest.raises(brum.FormError):
+            trace.assert_(m.true_(), name)
+    with pytest.raises(brum.SortError, match="different managers"):
+        trace.assert_(brum.TermManager().true_())
+    assert out.getvalue() == before == "(set-info :source |printed by Brumlin|)\n"
+
+
+def test_a_trace_needs_a_manager(m):
+    with pytest.raises(TypeError):
+        brum.Trace(None, io.StringIO())
+    with pytest.raises(TypeError):
+        brum.Term()
+    with pytest.raises(TypeError):
+        m.declare("x", None)
