@@ -20,17 +20,19 @@ class BRUM_EXPORT ReferenceCounts {
   /// text exists. Throws std::bad_alloc.
   void add_term(const Term* term, const DefinitionMap* handled = nullptr);
 
-  /// The same without a map; calls `first_visit` for each term that is met for the first time,
-  /// before its arguments. Throws what it throws and std::bad_alloc.
-  template <class FirstVisit>
-  void add_term_and_call(const Term* term, FirstVisit&& first_visit);
+  /// The same; calls `first_visit` for each term that is counted for the first time, before its
+  /// arguments, and `done` for each of them after its arguments. Throws what they throw and
+  /// std::bad_alloc.
+  template <class FirstVisit, class Done>
+  void add_term(const Term* term, const DefinitionMap* handled, FirstVisit&& first_visit,
+                Done&& done);
 
   /// Counts `term` as add_term() does, and one place that refers to `term` itself.
   void add_reference(const Term* term);
 
-  /// The same with a call at first visits.
-  template <class FirstVisit>
-  void add_reference_and_call(const Term* term, FirstVisit&& first_visit);
+  /// The same with calls.
+  template <class FirstVisit, class Done>
+  void add_reference(const Term* term, FirstVisit&& first_visit, Done&& done);
 
   /// True when more than one place refers to `term`.
   bool is_shared(const Term* term) const { return counts_.get(term) > one; }
@@ -69,23 +71,28 @@ inline bool ReferenceCounts::visit(const Term* term, bool is_referred_to) {
   return is_new;
 }
 
-template <class FirstVisit>
-void ReferenceCounts::add_term_and_call(const Term* term, FirstVisit&& first_visit) {
+template <class FirstVisit, class Done>
+void ReferenceCounts::add_term(const Term* term, const DefinitionMap* handled,
+                               FirstVisit&& first_visit, Done&& done) {
   bool at_root = true;
   const auto enter = [&](const Term* visited) {
-    const bool is_new = visit(visited, !at_root);
+    const bool is_referred_to = !at_root;
     at_root = false;
+    if (handled != nullptr && handled->find(visited) != handled->end()) {
+      return false;
+    }
+    const bool is_new = visit(visited, is_referred_to);
     if (is_new) {
       first_visit(visited);
     }
     return is_new;
   };
-  walk_.run(term, enter, [](const Term*) {});
+  walk_.run(term, enter, done);
 }
 
-template <class FirstVisit>
-void ReferenceCounts::add_reference_and_call(const Term* term, FirstVisit&& first_visit) {
-  add_term_and_call(term, first_visit);
+template <class FirstVisit, class Done>
+void ReferenceCounts::add_reference(const Term* term, FirstVisit&& first_visit, Done&& done) {
+  add_term(term, nullptr, first_visit, done);
   visit(term, true);
 }
 

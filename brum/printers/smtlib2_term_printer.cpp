@@ -1,10 +1,11 @@
 #include "brum/printers/smtlib2_term_printer.h"
 
+#include <span>
+
 #include "brum/printers/reference_counts.h"
 #include "brum/printers/symbol_collector.h"
-#include "brum/printers/term_text_walk.h"
+#include "brum/printers/term_texts.h"
 #include "brum/printers/write_text.h"
-#include "brum/utils/concat.h"
 #include "brum/utils/scope_exit.h"
 
 namespace brum {
@@ -64,7 +65,14 @@ void SmtLib2TermPrinter::print_define_start(std::ostream& out, const std::string
     SmtLibTermPrinter::print_define_start(out, label, term);
     return;
   }
-  write_text(out, concat({"(define-fun ", label, " () ", to_smtlib(term->sort()), " "}));
+  const std::string& sort = kept_sort_text(term->sort());
+  TextPiece piece(piece_memory, label.size() + sort.size() + 17);
+  piece.add("(define-fun ");
+  piece.add(label);
+  piece.add(" () ");
+  piece.add(sort);
+  piece.add(' ');
+  write_text(out, piece.text());
 }
 
 void SmtLib2TermPrinter::print_define_end(std::ostream& out, const Term* term) {
@@ -96,9 +104,13 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   hsh::HashSet<const DataType*> sorts;
   SymbolCollector collector(symbols, sorts);
   ReferenceCounts counts;
+  TermOrder order;
+  std::vector<std::size_t> ends;  // of what each term brings into the order
   for (const Term* term : terms) {
-    counts.add_reference_and_call(
-        term, [&](const Term* visited) { collector.add_symbol(visited->symbol); });
+    counts.add_reference(
+        term, [&](const Term* visited) { collector.add_symbol(visited->symbol); },
+        [&](const Term* done) { order.push_back(done); });
+    ends.push_back(order.size());
   }
   print_start(out);
   for (const DataType* sort : sorts) {
@@ -110,11 +122,14 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   print_define_section_start(out);
   DefinitionMap definitions;
   const DefinitionRule rule = DefinitionRule::for_script(counts);
-  TermTextWalk walk(*this, out, definitions, rule, InlineTexts::release);
-  walk.reserve(counts.num_terms());
+  TermTexts texts(*this, out, definitions, rule, InlineTexts::release);
+  texts.reserve(counts.num_terms());
   std::string label;
-  for (const Term* term : terms) {
-    const std::string& text = walk.run(term);
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i < terms.size(); ++i) {
+    const Term* term = terms[i];
+    const std::string& text = texts.write(term, std::span(order).subspan(begin, ends[i] - begin));
+    begin = ends[i];
     label.clear();
     get_define_label(term, label);
     if (label != text) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <string>
@@ -53,10 +54,16 @@ void SmtLibTermPrinter::get_define_label(const Term* term, std::string& label) {
 }
 
 std::string SmtLibTermPrinter::make_label(std::string_view prefix, const Term* term) const {
-  std::array<char, 20> digits;
-  const char* end = std::to_chars(digits.begin(), digits.end(), term->id).ptr;
-  std::string label(prefix);
-  label.append(digits.data(), static_cast<std::size_t>(end - digits.data()));
+  constexpr std::size_t most_digits = 20;
+  std::array<char, 44> start;
+  std::string label;
+  if (prefix.size() > start.size() - most_digits) {
+    label = prefix;
+    prefix = "";
+  }
+  char* const digits = std::copy(prefix.begin(), prefix.end(), start.data());
+  const char* const end = std::to_chars(digits, digits + most_digits, term->id).ptr;
+  label.append(start.data(), static_cast<std::size_t>(end - start.data()));
   while (mgr->get_signature()->get_symbol(std::string_view(label)) != nullptr) {
     label += '_';
   }
@@ -69,11 +76,11 @@ void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string&
   if (v1_format) {
     opening = term->sort() == mgr->get_bool_type() ? "(flet (" : "(let (";
   }
-  piece_.clear();
-  piece_.add(opening);
-  piece_.add(label);
-  piece_.add(" ");
-  write_text(out, piece_.text());
+  TextPiece piece(piece_memory, opening.size() + label.size() + 1);
+  piece.add(opening);
+  piece.add(label);
+  piece.add(' ');
+  write_text(out, piece.text());
   ++open_lets;
 }
 
@@ -94,27 +101,35 @@ void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* t
     return;
   }
   const bool is_congruence = TermManager::get_tag(symbol) == SymbolTag::int_modular_congruence;
-  piece_.clear();
-  piece_.add("(");
-  piece_.add(name);
+  constexpr std::string_view conversion = " (to_real ";
+  std::size_t most_bytes = name.size() + 7;
+  for (const std::string& child : children) {
+    most_bytes += conversion.size() + child.size() + 1;
+  }
+  TextPiece piece(piece_memory, most_bytes);
+  piece.add('(');
+  piece.add(name);
   if (is_congruence) {
-    piece_.add(" (-");  // congruent means that the difference is divisible
+    piece.add(" (-");  // congruent means that the difference is divisible
   }
   for (std::size_t i = 0; i < children.size(); ++i) {
     const bool is_converted = !v1_format &&
                               symbol->type->get_component(i + 1) == mgr->get_real_type() &&
                               term->children[i]->sort() == mgr->get_int_type();
     if (is_converted) {
-      piece_.add(" (to_real ");
-      piece_.add(children[i]);
-      piece_.add(")");
+      piece.add(conversion);
+      piece.add(children[i]);
+      piece.add(')');
     } else {
-      piece_.add(" ");
-      piece_.add(children[i]);
+      piece.add(' ');
+      piece.add(children[i]);
     }
   }
-  piece_.add(is_congruence ? "))" : ")");
-  write_text(out, piece_.text());
+  piece.add(')');
+  if (is_congruence) {
+    piece.add(')');
+  }
+  write_text(out, piece.text());
 }
 
 void SmtLibTermPrinter::print_formula_term(std::ostream& out, const std::string& text,

@@ -185,33 +185,33 @@ void SmtLibTermPrinter::print_symbol_declaration(std::ostream& out, const Symbol
   if (single_term || TermManager::is_interpreted(symbol)) {
     return;
   }
-  piece_.clear();
+  std::string& line = line_;
   if (v1_format) {
     const bool is_formula = symbol->get_output_type() == mgr->get_bool_type();
-    piece_.add(is_formula ? ":extrapreds ((" : ":extrafuns ((");
-    piece_.add(name_of(symbol));
+    line = is_formula ? ":extrapreds ((" : ":extrafuns ((";
+    line += name_of(symbol);
     // Where the sort is refused, the opening and the name are all that was written.
-    write_text(out, piece_.text());
-    piece_.clear();
+    write_text(out, line);
+    line.clear();
     if (symbol->type != mgr->get_bool_type()) {
-      piece_.add(" ");
-      piece_.add(kept_sort_text(symbol->type));
+      line += ' ';
+      line += kept_sort_text(symbol->type);
     }
-    piece_.add("))\n");
-    write_text(out, piece_.text());
+    line += "))\n";
+    write_text(out, line);
     return;
   }
-  piece_.add("(declare-fun ");
-  piece_.add(name_of(symbol));
-  piece_.add(" (");
+  line = "(declare-fun ";
+  line += name_of(symbol);
+  line += " (";
   for (std::size_t i = 1; i <= symbol->arity; ++i) {
-    piece_.add(i == 1 ? "" : " ");
-    piece_.add(kept_sort_text(symbol->type->get_component(i)));
+    line += i == 1 ? "" : " ";
+    line += kept_sort_text(symbol->type->get_component(i));
   }
-  piece_.add(") ");
-  piece_.add(kept_sort_text(symbol->get_output_type()));
-  piece_.add(")\n");
-  write_text(out, piece_.text());
+  line += ") ";
+  line += kept_sort_text(symbol->get_output_type());
+  line += ")\n";
+  write_text(out, line);
 }
 
 }  // namespace brum

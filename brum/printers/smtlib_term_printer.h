@@ -90,6 +90,9 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   /// underscore for each clash with a user symbol.
   std::string make_label(std::string_view prefix, const Term* term) const;
 
+  /// The same text as to_smtlib(sort), without a copy: the one that type_names holds.
+  const std::string& kept_sort_text(const DataType* sort);
+
   /// Version 1.2 spelling, else version 2.
   const bool v1_format;
 
@@ -118,6 +121,9 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   /// Line breaks rather than blanks after definitions and around the formula.
   bool use_newlines = true;
 
+  /// For the application or the opening of a definition that is being put together.
+  PieceMemory piece_memory;
+
  private:
   void name_distinguished_symbols();
   void name_operators();
@@ -132,9 +138,6 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   std::string v1_array_text(const DataType* sort) const;
   std::string v2_sort_text(const DataType* sort, bool trust_kept_arrays);
   const std::string& sort_text(const DataType* sort);
-
-  /// The same text as to_smtlib(sort), without a copy: the one that type_names holds.
-  const std::string& kept_sort_text(const DataType* sort);
   void refresh_type_names();
 
   bool is_connective(const Symbol* symbol) const;
@@ -142,7 +145,7 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
 
   bool type_names_stale_ = false;  // a sort was renamed: texts of sorts made of it may be old
   std::string quoted_name_;        // the last name from name_of() that nothing else holds
-  TextPiece piece_;                // what is put together before it goes to the stream
+  std::string line_;               // the declaration being put together, kept for its buffer
 };
 
 }  // namespace brum

@@ -1,9 +1,23 @@
 #include "brum/printers/term_printer.h"
 
 #include "brum/printers/symbol_collector.h"
-#include "brum/printers/term_text_walk.h"
+#include "brum/printers/term_texts.h"
 
 namespace brum {
+
+namespace {
+
+/// Writes the definitions below `term` that `defs` lacks and gives the text of `term`. Counts into
+/// `counts`, which `rule` may refer to.
+std::string write_term(TermPrinter& printer, std::ostream& out, const Term* term,
+                       DefinitionMap& defs, ReferenceCounts& counts, const DefinitionRule& rule) {
+  TermOrder order;
+  counts.add_term(
+      term, &defs, [](const Term*) {}, [&](const Term* done) { order.push_back(done); });
+  return TermTexts(printer, out, defs, rule, InlineTexts::keep).write(term, order);
+}
+
+}  // namespace
 
 void TermPrinter::print_define_section_end(std::ostream& /*out*/) {}
 
@@ -12,7 +26,10 @@ void TermPrinter::print_formula(std::ostream& out, const Term* formula) {
   hsh::HashSet<const DataType*> types;
   SymbolCollector collector(symbols, types);
   ReferenceCounts counts;
-  counts.add_term_and_call(formula, [&](const Term* term) { collector.add_symbol(term->symbol); });
+  TermOrder order;
+  counts.add_term(
+      formula, nullptr, [&](const Term* term) { collector.add_symbol(term->symbol); },
+      [&](const Term* term) { order.push_back(term); });
   print_start(out);
   for (const DataType* type : types) {
     print_type_declaration(out, type);
@@ -23,9 +40,9 @@ void TermPrinter::print_formula(std::ostream& out, const Term* formula) {
   print_define_section_start(out);
   const DefinitionRule rule = DefinitionRule::for_formula(counts);
   DefinitionMap defs;
-  TermTextWalk walk(*this, out, defs, rule, InlineTexts::release);
-  walk.reserve(counts.num_terms());
-  print_formula_term(out, walk.run(formula), formula);
+  TermTexts texts(*this, out, defs, rule, InlineTexts::release);
+  texts.reserve(counts.num_terms());
+  print_formula_term(out, texts.write(formula, order), formula);
   print_define_section_end(out);
   print_end(out);
 }
@@ -41,13 +58,13 @@ void TermPrinter::collect_symbols_and_types(const Term* term, hsh::HashSet<const
 
 std::string TermPrinter::do_print_term(std::ostream& out, const Term* term, DefinitionMap& defs) {
   ReferenceCounts counts;
-  counts.add_term(term, &defs);
-  return do_print_term(out, term, defs, DefinitionRule::for_formula(counts));
+  return write_term(*this, out, term, defs, counts, DefinitionRule::for_formula(counts));
 }
 
 std::string TermPrinter::do_print_term(std::ostream& out, const Term* term, DefinitionMap& defs,
                                        const DefinitionRule& rule) {
-  return TermTextWalk(*this, out, defs, rule, InlineTexts::keep).run(term);
+  ReferenceCounts counts;
+  return write_term(*this, out, term, defs, counts, rule);
 }
 
 }  // namespace brum

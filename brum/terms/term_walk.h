@@ -1,6 +1,7 @@
 #ifndef BRUM_TERMS_TERM_WALK_H
 #define BRUM_TERMS_TERM_WALK_H
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -26,19 +27,28 @@ class TermWalk {
     if (!enter(root)) {
       return;
     }
-    open_.push_back({root, 0});
-    while (!open_.empty()) {
-      OpenTerm& top = open_.back();
+    OpenTerm top{root, 0};
+    for (;;) {
       if (top.next == top.term->symbol->arity) {
-        const Term* done = top.term;
+        leave(top.term);
+        if (open_.empty()) {
+          break;
+        }
+        top = open_.back();
         open_.pop_back();
-        leave(done);
         continue;
       }
       const Term* argument = top.term->children[top.next++];
       if (enter(argument)) {
-        open_.push_back({argument, 0});
+        open_.push_back(top);
+        top = {argument, 0};
+        for (const Term* next : argument->arguments()) {
+          __builtin_prefetch(next);
+        }
       }
+    }
+    if (open_.capacity() > most_kept) {
+      open_ = {};
     }
   }
 
@@ -49,7 +59,10 @@ class TermWalk {
     std::uint64_t next;
   };
 
-  std::vector<OpenTerm> open_;
+  /// Memory for more open terms than this is given back after the walk.
+  static constexpr std::size_t most_kept = 4096;
+
+  std::vector<OpenTerm> open_;  // all but the innermost
 };
 
 }  // namespace brum

@@ -1,0 +1,141 @@
+#include "brum/printers/term_texts.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "brum/printers/write_text.h"
+#include "brum/utils/scope_exit.h"
+
+namespace brum {
+
+namespace {
+/// So many terms before its turn a term's arguments are fetched into the cache, and the term itself
+/// as many terms before that: the order jumps about in the store.
+constexpr std::size_t prefetched = 8;
+}  // namespace
+
+void TermTexts::reserve(std::size_t num_terms) {
+  defs_.rehash(num_terms / 7 * 10 + 10);  // tables grow at a load of 0.7
+}
+
+const std::string& TermTexts::write(const Term* term, std::span<const Term* const> order) {
+  root_ = term;
+  pending_.clear();
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    if (i + 2 * prefetched < order.size()) {
+      __builtin_prefetch(order[i + 2 * prefetched]);
+      for (const Term* argument : order[i + prefetched]->arguments()) {
+        __builtin_prefetch(argument);
+      }
+    }
+    handle(order[i]);
+  }
+  return defs_.find(term)->second;
+}
+
+inline TermTexts::Texts& TermTexts::texts_for(std::size_t arity) {
+  Texts& texts = texts_[std::min(arity, texts_.size() - 1)];
+  if (texts.size() != arity) {
+    texts.resize(arity);
+  }
+  return texts;
+}
+
+// The hook wants the texts of the arguments side by side. One that only this term refers to is lent
+// from its place in the map instead of being copied. Those were handled from left to right, so from
+// the right each is the last of the pending ones. All other arguments have a text that several
+// places may refer to: the names of constants, labels, and what the map held before.
+inline void TermTexts::borrow_texts(const Term* term, Texts& children, Loan& loan) {
+  for (std::size_t i = children.size(); i-- > 0;) {
+    const Term* argument = term->children[i];
+    if (loan.count == pending_.size() || pending_.rbegin()[loan.count].term != argument) {
+      children[i] = defs_.find(argument)->second;
+      continue;
+    }
+    Pending& lent = pending_.rbegin()[loan.count++];
+    lent.place = static_cast<std::uint32_t>(i);
+    loan.levels = std::max(loan.levels, lent.levels);
+    // Through a third string, so that the map's own does not inherit memory.
+    children[i] = std::string(std::move(*lent.text));
+  }
+}
+
+/// Gives the lent texts back to the map, or lets them go; their memory then serves for texts to
+/// come.
+inline void TermTexts::end_loan(const Loan& loan, Texts& children) noexcept {
+  const std::size_t first = pending_.size() - loan.count;
+  for (std::size_t i = first; i < pending_.size(); ++i) {
+    std::string& text = children[pending_[i].place];
+    if (inline_texts_ == InlineTexts::keep) {
+      *pending_[i].text = std::move(text);
+    } else {
+      inline_text_.use_memory_of(std::move(text));
+    }
+  }
+  pending_.resize(first);
+}
+
+/// Enters `term`, which the map does not hold, with its whole text.
+inline std::string* TermTexts::keep(const Term* term, std::string&& text) {
+  return &defs_.insert_absent(term, std::move(text))->second;
+}
+
+template <class WriteText>
+std::string TermTexts::write_definition(const Term* term, const WriteText& write_text) {
+  std::string label;
+  printer_.get_define_label(term, label);
+  printer_.print_define_start(out_, label, term);
+  write_text();
+  printer_.print_define_end(out_, term);
+  return label;
+}
+
+inline std::string* TermTexts::define(const Term* term, const Texts& children) {
+  return keep(term, write_definition(
+                        term, [&] { printer_.print_term_and_children(out_, term, children); }));
+}
+
+inline std::string* TermTexts::write_inline(const Term* term, const Texts& children,
+                                            std::uint32_t& levels) {
+  inline_text_.clear_text();
+  printer_.print_term_and_children(inline_text_, term, children);
+  const std::string_view text = inline_text_.text();
+  if (rule_.exceeds_bytes(text.size())) {
+    levels = 0;
+    return keep(term, write_definition(term, [&] { write_text(out_, text); }));
+  }
+  return keep(term, inline_text_.take_text());
+}
+
+inline void TermTexts::handle_leaf(const Term* term) {
+  inline_text_.clear_text();
+  printer_.print_term_and_children(inline_text_, term, texts_for(0));
+  keep(term, std::string(inline_text_.text()));
+}
+
+inline void TermTexts::handle(const Term* term) {
+  if (term->symbol->arity == 0) {
+    handle_leaf(term);
+    return;
+  }
+  const bool is_shared = rule_.is_shared(term);
+  Pending result{term, nullptr, 0, 0};
+  {
+    Texts& children = texts_for(term->symbol->arity);
+    Loan loan;
+    const ScopeExit end([&] { end_loan(loan, children); });
+    borrow_texts(term, children, loan);
+    const std::uint32_t levels = loan.levels + 1;
+    if (is_shared || (term != root_ && rule_.exceeds_levels(levels))) {
+      result.text = define(term, children);
+    } else {
+      result.levels = levels;
+      result.text = write_inline(term, children, result.levels);
+    }
+  }
+  if (!is_shared) {
+    pending_.push_back(result);
+  }
+}
+
+}  // namespace brum
