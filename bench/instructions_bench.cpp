@@ -3,8 +3,9 @@
 //     valgrind --tool=callgrind --toggle-collect="*counted_work*"
 //         instructions_bench --shape=dag --nodes=2000 --form=v2
 //
-// With --form=build the building is counted instead. Writes the bytes of the text to standard
-// output, and with --text=FILE the text to a file.
+// With --form=build the building is counted instead, with --form=read the reading of the text of
+// version 2. Writes the bytes of the text to standard output, and with --text=FILE the text to a
+// file.
 #include <algorithm>
 #include <exception>
 #include <fstream>
@@ -16,6 +17,8 @@
 #include "bench/options.h"
 #include "bench/printers.h"
 #include "bench/shapes.h"
+#include "brum/readers/script.h"
+#include "brum/readers/smtlib2_reader.h"
 
 namespace brum::bench {
 
@@ -29,7 +32,21 @@ namespace brum::bench {
   return ShapeBuilder(system).build(shape, nodes);
 }
 
+[[gnu::noinline]] void counted_work(TermManager& manager, std::istream& in, Script& script) {
+  SmtLib2Reader(manager).read(in, script);
+}
+
 namespace {
+
+/// Reads the text of `formula` into a store of its own.
+void read_text(BrumSystem& system, const Term* formula, const char* logic) {
+  std::stringstream text;
+  form_named("v2")->print(text, system.manager, formula, logic);
+  TermManager manager;
+  Script script;
+  counted_work(manager, text, script);
+  std::cout << manager.num_terms() << '\n';
+}
 
 int run(int argc, char** argv) {
   const std::string shape_name = take_option(&argc, argv, "shape", "dag");
@@ -49,13 +66,16 @@ int run(int argc, char** argv) {
     std::cout << system.manager.num_terms() << '\n';
     return 0;
   }
-  const auto form = std::find_if(forms().begin(), forms().end(),
-                                 [&](const Form& entry) { return entry.name == form_name; });
-  if (form == forms().end()) {
+  const Term* formula = ShapeBuilder(system).build(shape->shape, nodes);
+  if (form_name == "read") {
+    read_text(system, formula, logic_of(shape->shape));
+    return 0;
+  }
+  const Form* form = form_named(form_name);
+  if (form == nullptr) {
     std::cerr << "instructions_bench: no form " << form_name << '\n';
     return 2;
   }
-  const Term* formula = ShapeBuilder(system).build(shape->shape, nodes);
   std::ostringstream out;
   counted_work(*form, out, system.manager, formula, logic_of(shape->shape));
   std::cout << out.view().size() << '\n';

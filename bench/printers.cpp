@@ -1,5 +1,6 @@
 #include "bench/printers.h"
 
+#include <algorithm>
 #include <array>
 
 #include "brum/printers/smtlib2_term_printer.h"
@@ -78,6 +79,12 @@ constexpr std::string_view token = "(and x1 ";
 
 std::span<const Form> forms() {
   return all_forms;
+}
+
+const Form* form_named(std::string_view name) {
+  const auto* const found = std::find_if(all_forms.begin(), all_forms.end(),
+                                         [name](const Form& form) { return form.name == name; });
+  return found == all_forms.end() ? nullptr : found;
 }
 
 CountingBuffer::int_type CountingBuffer::overflow(int_type byte) {

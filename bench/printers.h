@@ -22,6 +22,9 @@ struct Form {
 /// Every way: each version and mode, and last a printer whose hooks write nothing.
 std::span<const Form> forms();
 
+/// Gives the form of that name, null when there is none.
+const Form* form_named(std::string_view name);
+
 /// A buffer that counts bytes and keeps none.
 class CountingBuffer : public std::streambuf {
  public:

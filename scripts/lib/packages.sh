@@ -10,6 +10,10 @@ brum_test_packages=(libgtest-dev libgmock-dev librapidcheck-dev)
 brum_python_packages=(pybind11-dev python3-dev python3-pip python3-pytest python3-setuptools python3-wheel)
 # shellcheck disable=SC2034
 brum_packaging_packages=(lintian dpkg-dev file gzip make pkg-config)
+# shellcheck disable=SC2034
+brum_instruction_packages=(libbenchmark-dev valgrind)
+# shellcheck disable=SC2034
+brum_bench_packages=(libbenchmark-dev libz3-dev z3 libcvc5-dev cvc5 python3)
 
 # brum_need PACKAGE...
 # Installs those of the packages that are missing, and says which on standard error.
