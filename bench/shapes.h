@@ -5,10 +5,11 @@
 #include <array>
 #include <cmath>
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "bench/random.h"
 
 namespace brum::bench {
 
@@ -45,19 +46,6 @@ inline constexpr std::array<NamedShape, 5> shapes = {{{Shape::chain, "chain"},
 inline const char* logic_of(Shape shape) {
   return shape == Shape::bit_vectors ? "QF_BV" : "QF_LIA";
 }
-
-/// Random numbers that are the same everywhere.
-class Random {
- public:
-  /// Gives a number below `bound`.
-  std::size_t below(std::size_t bound) {
-    state_ = state_ * 6364136223846793005U + 1442695040888963407U;
-    return static_cast<std::size_t>((state_ >> 33U) % bound);
-  }
-
- private:
-  std::uint64_t state_ = 1;
-};
 
 /// Builds shapes in one system, which has a type `Term` and the operations used below.
 template <class System>

@@ -5,8 +5,10 @@
 
 #include <array>
 #include <cstddef>
+#include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace brum::bench {
 
@@ -48,6 +50,23 @@ class Z3System {
   Term bv_xor(Term a, Term b) { return Z3_mk_bvxor(context, a, b); }
   Term concat(Term a, Term b) { return Z3_mk_concat(context, a, b); }
   Term extract(unsigned high, unsigned low, Term a) { return Z3_mk_extract(context, high, low, a); }
+
+  /// Reads a script of SMT-LIB 2 and gives the conjunction of its assertions, which lives as long
+  /// as this object. Throws std::runtime_error.
+  Z3_ast read(const std::string& path) {
+    const Z3_ast_vector assertions =
+        Z3_parse_smtlib2_file(context, path.c_str(), 0, nullptr, nullptr, 0, nullptr, nullptr);
+    if (Z3_get_error_code(context) != Z3_OK || Z3_ast_vector_size(context, assertions) == 0) {
+      throw std::runtime_error(std::string("z3 does not read ") + path);
+    }
+    Z3_ast_vector_inc_ref(context, assertions);
+    std::vector<Z3_ast> all;
+    for (unsigned i = 0; i < Z3_ast_vector_size(context, assertions); ++i) {
+      all.push_back(Z3_ast_vector_get(context, assertions, i));
+    }
+    return all.size() == 1 ? all[0]
+                           : Z3_mk_and(context, static_cast<unsigned>(all.size()), all.data());
+  }
 
   /// The text lives until the next call.
   std::string_view print(Term formula, const char* logic) {
