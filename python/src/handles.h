@@ -55,8 +55,8 @@ py::int_ to_python(const QNumber& integer);
 // Each adds classes to the module.
 void add_sorts(py::module_& module);
 void add_manager(py::module_& module);
-void add_terms(py::class_<TermHandle>& term);
-void add_bit_vectors(py::class_<TermHandle>& term);
+void add_terms(py::class_<TermHandle>& type);
+void add_bit_vectors(py::class_<TermHandle>& type);
 void add_printing(py::module_& module, py::class_<TermHandle>& term);
 void add_traces(py::module_& module);
 

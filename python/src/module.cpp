@@ -13,6 +13,8 @@ PYBIND11_MODULE(_brum, module) {
   sort_error.doc() = "Sorts, declarations or managers that do not fit together.";
   static py::exception<TermPrinter::error> form_error(module, "FormError", error.ptr());
   form_error.doc() = "What the form that was asked for cannot express.";
+  // pybind11 wants the parameter by value.
+  // NOLINTNEXTLINE(performance-unnecessary-value-param)
   py::register_exception_translator([](std::exception_ptr thrown) {
     try {
       if (thrown) {
