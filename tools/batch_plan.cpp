@@ -101,7 +101,7 @@ std::vector<CommandLine> plan_batch(const CommandLine& line) {
                             fs::path(file.name).replace_extension(extension_of(line.form));
     one.output = output.string();
     const fs::path place = resolved(output);
-    if (inputs.count(place) != 0) {
+    if (inputs.contains(place)) {
       throw BadBatch("writing " + one.output + " would replace an input");
     }
     const auto [first, is_new] = input_of_output.emplace(place, one.input);

@@ -100,6 +100,7 @@ ProcessEnd wait_for(Running& process) {
 std::vector<pollfd> wait_for_messages(const std::vector<Running>& running) {
   constexpr int tenth_of_a_second = 100;  // milliseconds
   std::vector<pollfd> ends;
+  ends.reserve(running.size());
   for (const Running& process : running) {
     ends.push_back({process.messages, POLLIN, 0});
   }

@@ -48,7 +48,7 @@ std::streamsize SinkBuffer::xsputn(const char* bytes, std::streamsize count) {
   return count;
 }
 
-void SinkBuffer::send(const char* bytes, std::size_t count) {
+void SinkBuffer::send(const char* bytes, std::size_t count) const {
   if (count != 0 && sink_.write(sink_.data, bytes, count) != 0) {
     throw SinkFailure();
   }

@@ -30,7 +30,7 @@ class SinkBuffer : public std::streambuf {
   int_type overflow(int_type byte) override;
   std::streamsize xsputn(const char* bytes, std::streamsize count) override;
 
-  void send(const char* bytes, std::size_t count);
+  void send(const char* bytes, std::size_t count) const;
 
   brum_sink sink_;
   std::array<char, 8192> memory_;

@@ -8,7 +8,7 @@
 using namespace brum::capi;
 
 struct brum_trace {
-  brum_manager* manager;
+  brum_manager* manager = nullptr;
   std::shared_ptr<brum::AnnotationMap> attributes;  // that the printer looks at
   std::unique_ptr<brum::SmtLib2TermPrinter> printer;
 };
@@ -46,8 +46,11 @@ brum_trace* brum_trace_new(brum_manager* manager, const brum_options* options) n
   brum_trace* trace = nullptr;
   perform(manager, [&] {
     const brum_options& how = or_defaults(options);
-    auto printer = make_version2_printer(manager->terms, how, how.form == BRUM_FORM_DEFINE_FUN);
-    trace = new brum_trace{manager, how.attributes, std::move(printer)};
+    auto made = std::make_unique<brum_trace>();
+    made->manager = manager;
+    made->attributes = how.attributes;
+    made->printer = make_version2_printer(manager->terms, how, how.form == BRUM_FORM_DEFINE_FUN);
+    trace = made.release();
   });
   return trace;
 }

@@ -63,9 +63,10 @@ bool Definitions::is_open(const Term* term) {
   return open(term);
 }
 
-void Definitions::find_steps(Definition& definition) {
+Definitions::Plan Definitions::make_plan(const Definition& definition) {
+  Plan plan;
   hsh::HashMap<const Term*, std::uint32_t> slots;
-  const auto operand = [&](const Term* t) -> Definition::Operand {
+  const auto operand = [&](const Term* t) -> Plan::Operand {
     const auto parameter = parameter_indices_.find(t->symbol);
     if (parameter != parameter_indices_.end())
       return {nullptr, parameter->second};
@@ -90,15 +91,23 @@ void Definitions::find_steps(Definition& definition) {
     if (pending.size() != size)
       continue;
     pending.pop_back();
-    const auto first_operand = static_cast<std::uint32_t>(definition.operands.size());
+    const auto first_operand = static_cast<std::uint32_t>(plan.operands.size());
     for (const Term* child : t->arguments())
-      definition.operands.push_back(operand(child));
-    slots[t] =
-        static_cast<std::uint32_t>(definition.parameter_sorts.size() + definition.steps.size());
-    definition.steps.push_back(
+      plan.operands.push_back(operand(child));
+    slots[t] = static_cast<std::uint32_t>(definition.parameter_sorts.size() + plan.steps.size());
+    plan.steps.push_back(
         {t->symbol, first_operand, builder_.partial_operators().is_deferred(t->symbol)});
   }
-  definition.result = operand(definition.body.term);
+  plan.result = operand(definition.body.term);
+  return plan;
+}
+
+const Definitions::Plan& Definitions::plan_of(const Definition& definition) {
+  const auto known = plans_.find(definition.number);
+  if (known != plans_.end())
+    return *known->second;
+  auto plan = std::make_unique<const Plan>(make_plan(definition));
+  return *(plans_[definition.number] = std::move(plan));
 }
 
 Definition Definitions::define(std::vector<const DataType*> parameter_sorts,
@@ -110,11 +119,8 @@ Definition Definitions::define(std::vector<const DataType*> parameter_sorts,
   definition.result_sort = result_sort;
   definition.body = builder_.as_sort(body.term, result_sort);
   definition.conditions = conditions;
-  if (!definition.parameter_sorts.empty()) {
-    find_steps(definition);
-  } else {
-    definition.result = {body.term, 0};
-  }
+  definition.depends_on_parameters =
+      !definition.parameter_sorts.empty() && is_open(definition.body.term);
   return definition;
 }
 
@@ -159,7 +165,7 @@ Value Definitions::apply(const Definition& definition, std::string_view name,
   arguments_.clear();
   for (const Value argument : arguments)
     arguments_.push_back(argument.term);
-  if (definition.result.fixed != nullptr || is_own_body(definition))
+  if (!definition.depends_on_parameters || is_own_body(definition))
     return definition.body;
 
   Application application{definition.number, arguments_, builder_.partial_operators().deferring()};
@@ -177,18 +183,19 @@ Value Definitions::apply(const Definition& definition, std::string_view name,
 }
 
 Value Definitions::build(const Definition& definition) {
+  const Plan& plan = plan_of(definition);
   slots_.assign(arguments_.begin(), arguments_.end());
-  for (const Definition::Step& step : definition.steps) {
+  for (const Plan::Step& step : plan.steps) {
     children_.clear();
     for (std::size_t i = 0; i < step.symbol->arity; ++i) {
-      const Definition::Operand& operand = definition.operands[step.first_operand + i];
+      const Plan::Operand& operand = plan.operands[step.first_operand + i];
       children_.push_back(operand.fixed != nullptr ? operand.fixed : slots_[operand.slot]);
     }
     slots_.push_back(step.is_deferred
                          ? builder_.partial_operators().resolve(step.symbol, children_).term
                          : builder_.manager().make_term(step.symbol, children_));
   }
-  return builder_.as_sort(slots_[definition.result.slot], definition.result_sort);
+  return builder_.as_sort(slots_[plan.result.slot], definition.result_sort);
 }
 
 }  // namespace brum

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -14,37 +15,22 @@
 
 namespace brum {
 
-/// A function defined in the input. Its body is kept as the list of what must be built anew at
-/// each application: the subterms that depend on a parameter, in an order in which arguments come
-/// first.
+/// A function defined in the input.
 struct Definition {
-  /// An argument of a step: a term that stays, or what is in this slot. Slots hold the parameters
-  /// and after them the result of each step.
-  struct Operand {
-    const Term* fixed;
-    std::uint32_t slot;
-  };
-  struct Step {
-    const Symbol* symbol;
-    std::uint32_t first_operand;
-    bool is_deferred;
-  };
-
   std::uint64_t number = 0;  // no two definitions of one expander have the same
   std::vector<const DataType*> parameter_sorts;
   const DataType* result_sort = nullptr;
   Value body;
+  bool depends_on_parameters = false;  // or holds an operator whose building waits for arguments
   SideConditions::Node conditions = SideConditions::none;
-  std::vector<Step> steps;
-  std::vector<Operand> operands;
-  Operand result{nullptr, 0};
 };
 
 /// Makes definitions and applies them.
 ///
 /// An application costs one step for each subterm of the body that depends on a parameter, and
-/// nothing when the same definition was applied to the same arguments before; so definitions that
-/// use one another twice, many deep, stay cheap.
+/// nothing when the same definition was applied to the same arguments before, or within a definition
+/// to its own parameters in their order; so definitions that use one another twice, many deep, stay
+/// cheap.
 class Definitions {
  public:
   explicit Definitions(TermBuilder& builder) : builder_(builder) {}
@@ -74,13 +60,32 @@ class Definitions {
   struct HashApplication {
     std::uint64_t operator()(const Application& application) const;
   };
+  /// What an application builds anew: the subterms of the body that depend on a parameter, in an
+  /// order in which arguments come first.
+  struct Plan {
+    /// An argument of a step: a term that stays, or what is in this slot. Slots hold the arguments
+    /// of the application and after them the result of each step.
+    struct Operand {
+      const Term* fixed;
+      std::uint32_t slot;
+    };
+    struct Step {
+      const Symbol* symbol;
+      std::uint32_t first_operand;
+      bool is_deferred;
+    };
+    std::vector<Step> steps;
+    std::vector<Operand> operands;
+    Operand result{nullptr, 0};
+  };
   struct Result {
     Value value;
     SideConditions::Node conditions = SideConditions::none;
   };
 
   bool is_open(const Term* term);
-  void find_steps(Definition& definition);
+  Plan make_plan(const Definition& definition);
+  const Plan& plan_of(const Definition& definition);
   void check(const Definition& definition, std::string_view name,
              std::span<const Value> arguments) const;
   bool is_own_body(const Definition& definition);
@@ -91,6 +96,8 @@ class Definitions {
   hsh::HashMap<const Term*, bool> is_open_;
   hsh::HashMap<const Symbol*, std::uint32_t> parameter_indices_;
   hsh::HashMap<Application, Result, HashApplication> results_;
+  // By the number of a definition. Made when it is first applied: many definitions only serve others.
+  hsh::HashMap<std::uint64_t, std::unique_ptr<const Plan>> plans_;
   std::vector<const Term*> arguments_;  // of the application being built
   std::vector<const Term*> slots_;
   std::vector<const Term*> children_;
