@@ -48,11 +48,13 @@ inline TermTexts::Texts& TermTexts::texts_for(std::size_t arity) {
 inline void TermTexts::borrow_texts(const Term* term, Texts& children, Loan& loan) {
   for (std::size_t i = children.size(); i-- > 0;) {
     const Term* argument = term->children[i];
-    if (loan.count == pending_.size() || pending_.rbegin()[loan.count].term != argument) {
+    const std::size_t not_lent = pending_.size() - loan.count;
+    if (not_lent == 0 || pending_[not_lent - 1].term != argument) {
       children[i] = defs_.find(argument)->second;
       continue;
     }
-    Pending& lent = pending_.rbegin()[loan.count++];
+    Pending& lent = pending_[not_lent - 1];
+    ++loan.count;
     lent.place = static_cast<std::uint32_t>(i);
     loan.levels = std::max(loan.levels, lent.levels);
     // Through a third string, so that the map's own does not inherit memory.
@@ -63,6 +65,10 @@ inline void TermTexts::borrow_texts(const Term* term, Texts& children, Loan& loa
 /// Gives the lent texts back to the map, or lets them go; their memory then serves for texts to
 /// come.
 inline void TermTexts::end_loan(const Loan& loan, Texts& children) noexcept {
+  if (defs_.empty()) {
+    pending_.clear();  // no memory to grow the map: it has lost its entries
+    return;
+  }
   const std::size_t first = pending_.size() - loan.count;
   for (std::size_t i = first; i < pending_.size(); ++i) {
     std::string& text = children[pending_[i].place];

@@ -92,6 +92,20 @@ void* operator new[](std::size_t size) {
   return operator new(size);
 }
 
+// Those below replace what a sanitizer would otherwise put in place of the library's own, which calls
+// the first one.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  try {
+    return operator new(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& tag) noexcept {
+  return operator new(size, tag);
+}
+
 void operator delete(void* block) noexcept {
   std::free(block);
 }
