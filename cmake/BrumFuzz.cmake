@@ -8,6 +8,10 @@ set(brum_fuzz_support "${PROJECT_SOURCE_DIR}/tests/support")
 add_library(brum_fuzz_support STATIC EXCLUDE_FROM_ALL "${brum_fuzz_support}/term_generator.cpp"
                                                       "${brum_fuzz_support}/written_forms.cpp")
 target_link_libraries(brum_fuzz_support PUBLIC brum::brum PRIVATE brum_warnings)
+if(BRUM_LIBFUZZER)
+  # libFuzzer watches what an input reaches in the library, not what the targets themselves do.
+  target_compile_options(brum PRIVATE -fsanitize=fuzzer-no-link)
+endif()
 
 foreach(source IN LISTS brum_fuzz_sources)
   cmake_path(GET source STEM name)
