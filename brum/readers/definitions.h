@@ -28,9 +28,9 @@ struct Definition {
 /// Makes definitions and applies them.
 ///
 /// An application costs one step for each subterm of the body that depends on a parameter, and
-/// nothing when the same definition was applied to the same arguments before, or within a definition
-/// to its own parameters in their order; so definitions that use one another twice, many deep, stay
-/// cheap.
+/// nothing when the same definition was applied to the same arguments before, or within a
+/// definition to its own parameters in their order; so definitions that use one another twice, many
+/// deep, stay cheap.
 class Definitions {
  public:
   explicit Definitions(TermBuilder& builder) : builder_(builder) {}
@@ -96,7 +96,8 @@ class Definitions {
   hsh::HashMap<const Term*, bool> is_open_;
   hsh::HashMap<const Symbol*, std::uint32_t> parameter_indices_;
   hsh::HashMap<Application, Result, HashApplication> results_;
-  // By the number of a definition. Made when it is first applied: many definitions only serve others.
+  // By the number of a definition. Made when it is first applied: many definitions only serve
+  // others.
   hsh::HashMap<std::uint64_t, std::unique_ptr<const Plan>> plans_;
   std::vector<const Term*> arguments_;  // of the application being built
   std::vector<const Term*> slots_;

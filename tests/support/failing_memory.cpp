@@ -92,8 +92,8 @@ void* operator new[](std::size_t size) {
   return operator new(size);
 }
 
-// Those below replace what a sanitizer would otherwise put in place of the library's own, which calls
-// the first one.
+// Those below replace what a sanitizer would otherwise put in place of the library's own, which
+// calls the first one.
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   try {
     return operator new(size);
