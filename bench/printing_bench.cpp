@@ -183,6 +183,7 @@ int run(int argc, char** argv) {
   add_rival<Cvc5System>(shape, cvc5_nodes, count_nodes(same.formula));
 #endif
   benchmark::RunSpecifiedBenchmarks();
+  benchmark::ClearRegisteredBenchmarks();  // and with them the formulas, before cvc5's own end
   return 0;
 }
 

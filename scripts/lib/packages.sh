@@ -13,7 +13,7 @@ brum_packaging_packages=(lintian dpkg-dev file gzip make pkg-config)
 # shellcheck disable=SC2034
 brum_instruction_packages=(libbenchmark-dev valgrind)
 # shellcheck disable=SC2034
-brum_bench_packages=(libbenchmark-dev libz3-dev z3 libcvc5-dev cvc5 python3)
+brum_bench_packages=(libbenchmark-dev libz3-dev libcvc5-dev cvc5 python3)
 
 # brum_need PACKAGE...
 # Installs those of the packages that are missing, and says which on standard error.
