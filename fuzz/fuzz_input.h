@@ -36,10 +36,10 @@ class FuzzInput {
 
   /// Gives the next `length` bytes as text, fewer at the end.
   std::string text(std::size_t length) {
-    const std::size_t end = std::min(bytes_.size(), next_ + length);
-    const std::string taken(bytes_.begin() + static_cast<std::ptrdiff_t>(next_),
-                            bytes_.begin() + static_cast<std::ptrdiff_t>(end));
-    next_ = end;
+    const std::span<const std::uint8_t> left = bytes_.subspan(next_);
+    const std::string taken(reinterpret_cast<const char*>(left.data()),
+                            std::min(left.size(), length));
+    next_ += taken.size();
     return taken;
   }
 

@@ -110,7 +110,7 @@ inline void check_error(const ReadError& error, std::string_view text) {
 /// Reads any bytes as a text; what was understood is printed in both versions and read again.
 template <class Reader>
 void read_and_print(const std::uint8_t* data, std::size_t size) {
-  const std::string text(data, data + size);
+  const std::string text(reinterpret_cast<const char*>(data), size);
   TermManager mgr;
   Script script;
   try {
@@ -133,7 +133,7 @@ void read_and_print(const std::uint8_t* data, std::size_t size) {
 /// Reads any bytes as one term.
 template <class Reader>
 void read_as_term(const std::uint8_t* data, std::size_t size) {
-  const std::string text(data, data + size);
+  const std::string text(reinterpret_cast<const char*>(data), size);
   TermManager mgr;
   mgr.declare("x", mgr.get_int_type());
   mgr.declare("p", mgr.get_bool_type());

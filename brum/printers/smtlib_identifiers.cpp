@@ -20,8 +20,7 @@ constexpr bool is_digit(char byte) {
   return byte >= '0' && byte <= '9';
 }
 
-/// For each byte, by its unsigned value, whether a simple symbol of SMT-LIB 2.6 may hold it.
-constexpr auto simple_symbol_bytes = [] {
+constexpr std::array<bool, 256> find_simple_symbol_bytes() {
   constexpr std::string_view punctuation = "~!@$%^&*_-+=<>.?/";
   std::array<bool, 256> table{};
   for (std::size_t code = 0; code < table.size(); ++code) {
@@ -30,7 +29,10 @@ constexpr auto simple_symbol_bytes = [] {
         is_letter(byte) || is_digit(byte) || punctuation.find(byte) != std::string_view::npos;
   }
   return table;
-}();
+}
+
+/// For each byte, by its unsigned value, whether a simple symbol of SMT-LIB 2.6 may hold it.
+constexpr std::array<bool, 256> simple_symbol_bytes = find_simple_symbol_bytes();
 
 }  // namespace
 

@@ -59,7 +59,7 @@ void Scopes::require_free(const Name& name) {
   }
 }
 
-void Scopes::bind(Name& name, Binding binding) {
+void Scopes::bind(Name& name, const Binding& binding) {
   if (global_declarations_) {
     global_names_.push_back(&name);
   } else {

@@ -98,7 +98,7 @@ class Scopes {
   };
 
   Binding binding_of(Definition definition);
-  void bind(Name& name, Binding binding);
+  void bind(Name& name, const Binding& binding);
   void bind_sort(Name& name, const SortBinding& binding);
   void undo_to(Level level);
   const Symbol* symbol_for(Name& name, const DataType* type);

@@ -86,6 +86,7 @@ class BRUM_EXPORT Term {
 
  private:
   friend class TermStore;
+  // cppcheck-suppress uninitMemberVarPrivate  ; the store writes the arguments behind the object
   Term(std::uint64_t number, const Symbol* head) : id(number), symbol(head) {}
 };
 
