@@ -52,7 +52,8 @@ struct Subject {
       return is_new;
     };
     const auto leave = [&](const Term* term) {
-      if (++count % step == 0) {
+      // One behind each even step: on the chain every second term is a conjunction.
+      if (++count % step == 1) {
         terms.push_back(term);
       }
     };
