@@ -1,5 +1,6 @@
 #include "brum/printers/check_names.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -110,6 +111,78 @@ TEST(CheckNames, InterpretedSymbolsAreNotChecked) {
   const Term* p = testing::make_bool(mgr, "p");
   EXPECT_EQ(problems(mgr, {mgr.make_and(p, mgr.make_true())}, false), Problems{});
   EXPECT_EQ(problems(mgr, {mgr.make_iff(p, mgr.make_true())}, true), Problems{});
+}
+
+TEST(CheckNames, EveryWordOfTheLanguagesIsKnown) {
+  for (const char* word : {"!",
+                           "_",
+                           "as",
+                           "BINARY",
+                           "DECIMAL",
+                           "exists",
+                           "forall",
+                           "HEXADECIMAL",
+                           "let",
+                           "match",
+                           "NUMERAL",
+                           "par",
+                           "STRING",
+                           "assert",
+                           "check-sat",
+                           "check-sat-assuming",
+                           "declare-const",
+                           "declare-datatype",
+                           "declare-datatypes",
+                           "declare-fun",
+                           "declare-sort",
+                           "define-const",
+                           "define-fun",
+                           "define-fun-rec",
+                           "define-funs-rec",
+                           "define-sort",
+                           "echo",
+                           "exit",
+                           "get-assertions",
+                           "get-assignment",
+                           "get-info",
+                           "get-model",
+                           "get-option",
+                           "get-proof",
+                           "get-unsat-assumptions",
+                           "get-unsat-core",
+                           "get-value",
+                           "pop",
+                           "push",
+                           "reset",
+                           "reset-assertions",
+                           "set-info",
+                           "set-logic",
+                           "set-option"}) {
+    EXPECT_EQ(reasons(word).second, "is a reserved word of SMT-LIB 2.6") << word;
+    EXPECT_TRUE(is_reserved_word(word)) << word;
+  }
+  for (const char* word :
+       {"true",    "false",   "not",     "=>",      "and",     "or",      "xor",     "=",
+        "-",       "+",       "*",       "/",       "div",     "mod",     "abs",     "<=",
+        "<",       ">=",      ">",       "to_real", "to_int",  "is_int",  "repeat",  "bvnand",
+        "bvnor",   "bvxnor",  "bvsmod",  "bvuge",   "bvugt",   "bvsge",   "bvsgt",   "bvnego",
+        "bvuaddo", "bvsaddo", "bvumulo", "bvsmulo", "bvusubo", "bvssubo", "bvsdivo", "distinct"}) {
+    EXPECT_THAT(reasons(word).second,
+                ::testing::StartsWith("is a symbol of the theories of SMT-LIB"))
+        << word;
+    EXPECT_FALSE(is_reserved_word(word)) << word;
+  }
+  for (const char* word :
+       {"benchmark", "true",         "false",  "not",    "and",    "or",     "xor",      "implies",
+        "iff",       "if_then_else", "let",    "flet",   "forall", "exists", "distinct", "Int",
+        "Real",      "Array",        "BitVec", "repeat", "bvnand", "bvnor",  "bvxnor",   "bvsmod",
+        "bvuge",     "bvugt",        "bvsge",  "bvsgt",  "bvgeq",  "bvgt",   "bvleq",    "bvlt",
+        "bvsgeq",    "bvsleq",       "bvslt",  "bit0",   "bit1",   "to_int", "to_real",  "is_int",
+        "theory",    "logic",        "sat",    "unsat",  "unknown"}) {
+    EXPECT_THAT(reasons(word).first, ::testing::AnyOf("is a word of SMT-LIB 1.2",
+                                                      "is a symbol of the theories of SMT-LIB"))
+        << word;
+  }
 }
 
 TEST(CheckNames, ReservedWords) {

@@ -50,6 +50,17 @@ TEST(Hash, IntegersGiveTheirValueWidenedWithZeros) {
   EXPECT_EQ(hash<bool>()(false), 0U);
 }
 
+// Worked out from the definition: words of 8 bytes, the first byte the lowest, then what is left.
+TEST(Hash, TextsHashByWordsOfEightBytes) {
+  EXPECT_EQ(hash<std::string_view>()(""), 0x0000000000000000U);
+  EXPECT_EQ(hash<std::string_view>()("x"), 0x400201070a3a424aU);
+  EXPECT_EQ(hash<std::string_view>()("abcdefg"), 0x66d7a06501b45067U);
+  EXPECT_EQ(hash<std::string_view>()("abcdefgh"), 0xb39009ca1eca490aU);
+  EXPECT_EQ(hash<std::string_view>()("abcdefghi"), 0x0c605c2b7c087522U);
+  EXPECT_EQ(hash<std::string_view>()("\xff\xfe"), 0x2dc9e6fd62cf8ee3U);
+  EXPECT_EQ(hash<std::string_view>()("sixteen bytes 16"), 0xef910b8735f70feaU);
+}
+
 TEST(Hash, StringsAndViewsAgree) {
   const std::string text("a longer name with\0a zero byte", 30);
   for (std::size_t length = 0; length <= text.size(); ++length) {
