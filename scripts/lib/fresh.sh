@@ -36,6 +36,7 @@ fresh_make() {
     exit 1
   }
   mount -t proc proc "$fresh/proc"
+  mount -t devpts devpts "$fresh/dev/pts" # for programs that make a terminal
   # The same archives and the same way to reach them as here.
   printf 'deb %s main\n' "${archives[@]}" >"$fresh/etc/apt/sources.list"
   apt-config dump Acquire | grep -i proxy >"$fresh/etc/apt/apt.conf.d/90proxy" || true
@@ -43,9 +44,12 @@ fresh_make() {
 }
 
 fresh_cleanup() {
-  if mountpoint -q "$fresh/proc"; then
-    umount "$fresh/proc"
-  fi
+  local place
+  for place in dev/pts proc; do
+    if mountpoint -q "$fresh/$place"; then
+      umount "$fresh/$place"
+    fi
+  done
   rm -rf --one-file-system "$fresh" "$fresh.log"
 }
 
