@@ -11,3 +11,13 @@ brum_sources() {
   git ls-files --cached --others --exclude-standard -- "$@" | sort -u |
     while IFS= read -r file; do [[ -f "$file" ]] && printf '%s\n' "$file"; done
 }
+
+# brum_readme_program, brum_readme_output
+# The first C++ program of README.md, and what README.md says that it prints.
+brum_readme_program() {
+  awk '/^```cpp$/ { inside = 1; next } /^```$/ && inside { exit } inside' README.md
+}
+
+brum_readme_output() {
+  awk '/^```text output$/ { inside = 1; next } /^```$/ && inside { exit } inside' README.md
+}
