@@ -26,7 +26,7 @@ const char* fixed_text(brum_status status) noexcept {
     case BRUM_ERROR_MEMORY:
       return "out of memory";
     case BRUM_ERROR_INTERNAL:
-      return "internal error";
+      break;
   }
   return "internal error";
 }

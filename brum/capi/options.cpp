@@ -25,9 +25,9 @@ std::unique_ptr<SmtLib2TermPrinter> make_version2_printer(TermManager& terms,
     return std::make_unique<SmtLib2TermPrinter>(&terms, options.logic, options.status, define_fun,
                                                 options.attributes.get());
   }
-  return std::make_unique<WithLabelPrefix<SmtLib2TermPrinter>>(
-      options.label_prefix, &terms, options.logic, options.status, define_fun,
-      options.attributes.get());
+  using Printer = WithLabelPrefix<SmtLib2TermPrinter>;
+  return std::make_unique<Printer>(options.label_prefix, &terms, options.logic, options.status,
+                                   define_fun, options.attributes.get());
 }
 
 std::unique_ptr<SmtLibTermPrinter> make_printer(TermManager& terms, const brum_options& options) {

@@ -59,9 +59,9 @@ brum_sort_kind brum_sort_get_kind(const brum_sort* sort) noexcept {
     case DataType::Kind::uninterpreted:
       return BRUM_SORT_UNINTERPRETED;
     case DataType::Kind::function:
-      return BRUM_SORT_FUNCTION;
+      break;
   }
-  return BRUM_SORT_NONE;
+  return BRUM_SORT_FUNCTION;
 }
 
 size_t brum_sort_width(const brum_sort* sort) noexcept {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <limits>
 #include <new>
 #include <utility>
 
@@ -85,16 +84,6 @@ Name& NameTable::get(std::string_view text) {
   name->text = {kept, text.size()};
   names_.insert({hash, name});
   return *name;
-}
-
-std::uint32_t NameTable::new_mark() {
-  if (last_mark_ == std::numeric_limits<std::uint32_t>::max()) {
-    for (const Key& key : names_) {
-      static_cast<Name*>(key.name)->mark = 0;
-    }
-    last_mark_ = 0;
-  }
-  return ++last_mark_;
 }
 
 }  // namespace brum

@@ -80,7 +80,7 @@ struct NameText {
 struct Name : NameText {
   const Operator* theory_operator = nullptr;
   Binding binding;
-  std::uint32_t mark = 0;  // for finding doubles, see NameTable::new_mark()
+  std::uint64_t mark = 0;  // for finding doubles, see NameTable::new_mark()
   ReservedWord reserved = ReservedWord::none;
 
   bool is_free() const { return theory_operator == nullptr && binding.kind == BindingKind::none; }
@@ -97,7 +97,7 @@ class NameTable {
   Name& get(std::string_view text);
 
   /// Gives a number that no name is marked with yet.
-  std::uint32_t new_mark();
+  std::uint64_t new_mark() { return ++last_mark_; }
 
  private:
   struct Key {
@@ -115,7 +115,7 @@ class NameTable {
 
   Arena arena_;
   hsh::HashSet<Key, HashKey, EqualKeys> names_;
-  std::uint32_t last_mark_ = 0;
+  std::uint64_t last_mark_ = 0;
 };
 
 }  // namespace brum

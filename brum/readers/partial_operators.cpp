@@ -1,5 +1,6 @@
 #include "brum/readers/partial_operators.h"
 
+#include <algorithm>
 #include <bit>
 #include <string_view>
 #include <utility>
@@ -83,9 +84,9 @@ Value PartialOperators::resolve(const Symbol* symbol, std::span<const Term* cons
       break;
   }
   const DataType* sort = symbol->type->get_component(1);
-  std::vector<Value> terms;
-  for (const Term* argument : arguments)
-    terms.push_back(builder_.as_sort(argument, sort));
+  std::vector<Value> terms(arguments.size());
+  std::ranges::transform(arguments, terms.begin(),
+                         [&](const Term* argument) { return builder_.as_sort(argument, sort); });
   return {distinct(terms, sort == real_sort), false};
 }
 

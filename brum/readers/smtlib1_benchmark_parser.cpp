@@ -201,7 +201,6 @@ void SmtLib1BenchmarkParser::declare(bool is_predicate) {
   const TextPosition position = lexer_.token().position;
   std::vector<const DataType*> sorts;
   while (lexer_.next().kind == TokenKind::symbol) {
-    lexer_.push_back();
     sorts.push_back(sorts_.parse(lexer_));
   }
   lexer_.push_back();

@@ -34,9 +34,7 @@ void SmtLib1Sorts::declare(std::string_view name, const DataType* sort) {
 }
 
 const DataType* SmtLib1Sorts::parse(SmtLib1Lexer& lexer) const {
-  const Token& token = lexer.next();
-  if (token.kind != TokenKind::symbol)
-    lexer.error_expected("a sort");
+  const Token& token = lexer.token();
   const DataType* sort = nullptr;
   try {
     sort = find(token);

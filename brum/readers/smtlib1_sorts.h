@@ -24,7 +24,7 @@ class SmtLib1Sorts {
   /// TermManager::error when the name is taken.
   void declare(std::string_view name, const DataType* sort);
 
-  /// Reads one sort, a single token. Throws ReadError for anything else.
+  /// Gives the sort that the token read last, a symbol, denotes. Throws ReadError when it is none.
   const DataType* parse(SmtLib1Lexer& lexer) const;
 
  private:

@@ -22,8 +22,6 @@ std::string count_of_arguments(std::size_t count) {
 
 std::string expected_count(const Operator& op) {
   switch (op.shape) {
-    case Shape::constant:
-      return "none";
     case Shape::unary:
       return "1";
     case Shape::binary:
@@ -34,15 +32,13 @@ std::string expected_count(const Operator& op) {
     case Shape::right:
     case Shape::chain:
       return "at least 2";
+    case Shape::constant:  // the parsers refuse arguments of one
     case Shape::whole:
       break;
   }
-  std::string least = std::to_string(op.min_arguments);
-  if (op.max_arguments == op.min_arguments)
-    return least;
-  if (op.max_arguments == 0)
-    return "at least " + least;
-  return least + " to " + std::to_string(op.max_arguments);
+  // Only divisible may have more, those of a difference, which nobody writes as two arguments.
+  const std::string least = std::to_string(op.min_arguments);
+  return op.max_arguments == 0 ? "at least " + least : least;
 }
 
 bool fits_count(const Operator& op, std::size_t count) {

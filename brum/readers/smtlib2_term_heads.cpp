@@ -72,10 +72,6 @@ Name& SmtLib2TermParser::read_name(const std::string& expected) {
 /// Gives what a symbol without brackets denotes.
 Value SmtLib2TermParser::symbol(const Token& token) {
   Name& name = c_.names.get(token.text);
-  if (name.binding.kind == BindingKind::value) {
-    if (name.reserved == ReservedWord::none || token.quoted)
-      return name.binding.value();
-  }
   if (name.reserved != ReservedWord::none && !token.quoted) {
     c_.lexer.error(token.position,
                    "found the reserved word " + std::string(token.text) + ", expected a term");

@@ -37,7 +37,7 @@ void SmtLib2TermParser::end_let_binding(Frame& frame) {
 
 /// Gives all variables of a let their values at once.
 void SmtLib2TermParser::cover_variables(Frame& frame) {
-  const std::uint32_t mark = c_.names.new_mark();
+  const std::uint64_t mark = c_.names.new_mark();
   const std::size_t first = frame.first_value;
   for (std::size_t i = first; i < bindings_.size(); ++i) {
     Name& variable = *bindings_[i].variable;
@@ -63,11 +63,9 @@ void SmtLib2TermParser::read_attributes() {
     if (c_.lexer.token().kind != TokenKind::keyword)
       c_.lexer.error_expected("an attribute or ')'");
     const std::string keyword(c_.lexer.token().text);
-    const bool has_value = [&] {
-      const TokenKind next = c_.lexer.next().kind;
-      c_.lexer.push_back();
-      return next != TokenKind::keyword && next != TokenKind::right_bracket;
-    }();
+    const TokenKind next = c_.lexer.next().kind;
+    c_.lexer.push_back();
+    const bool has_value = next != TokenKind::keyword && next != TokenKind::right_bracket;
     std::string text;
     if (keyword == "named") {
       Name& name = read_name("a name");

@@ -8,8 +8,6 @@ void TermBuilder::set_logic(const std::string& name) {
 }
 
 Value TermBuilder::numeral(const QNumber& number) {
-  if (numerals_are_real_)
-    return decimal(number);
   return {manager_.make_number(number, manager_.get_int_type()), false};
 }
 

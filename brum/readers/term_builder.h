@@ -54,7 +54,7 @@ class TermBuilder {
     return {term, wanted == manager_.get_real_type() && term->sort() == manager_.get_int_type()};
   }
 
-  /// What an integral numeral denotes: an Int, or a Real in a purely real logic.
+  /// What an integral numeral denotes where the logic is not purely real: an Int.
   Value numeral(const QNumber& number);
 
   /// What a real constant denotes: a Real, but an integral one is an Int that stands for a Real

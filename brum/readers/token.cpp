@@ -34,9 +34,9 @@ std::string describe(const Token& token) {
     case TokenKind::binary:
       return "the constant " + shown(token.raw);
     case TokenKind::string:
-      return "the string " + shown(token.raw);
+      break;
   }
-  return {};
+  return "the string " + shown(token.raw);
 }
 
 }  // namespace brum

@@ -35,10 +35,8 @@ std::byte* reserve(std::uintptr_t place) {
   auto* wanted = reinterpret_cast<void*>(place);  // NOLINT(performance-no-int-to-ptr)
   void* got = ::mmap(wanted, range_bytes, PROT_NONE,
                      MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE | MAP_FIXED_NOREPLACE, -1, 0);
-  if (got == MAP_FAILED) {
-    return nullptr;
-  }
-  if (got != wanted) {  // a kernel that takes the address for a hint
+  if (got != wanted) {
+    // An old kernel takes the address for a hint. Else got is MAP_FAILED, which munmap refuses.
     ::munmap(got, range_bytes);
     return nullptr;
   }

@@ -64,6 +64,22 @@ TEST_F(Printing, ADocumentWithDefineFunAndLabelsOfTheCallers) {
             "(assert (and (<= d_2 7) (not (= d_2 3))))\n");
 }
 
+TEST_F(Printing, PrefixesOfLabelsMayBeLong) {
+  const std::string prefix(100, 'd');
+  brum_options_set_label_prefix(options, prefix.c_str());
+  EXPECT_EQ(document(),
+            "(set-info :source |printed by Brumlin|)\n"
+            "(declare-fun x () Int)\n"
+            "(assert\n"
+            "(let ((" +
+                prefix +
+                "2 (+ x x)))\n"
+                "(and (<= " +
+                prefix + "2 7) (not (= " + prefix +
+                "2 3)))\n"
+                "))\n");
+}
+
 TEST_F(Printing, TermsAreDefinedUnderTheirLabels) {
   const brum_term* terms[] = {bounded, different};
   EXPECT_EQ(brum_print_terms(m, terms, 2, options, sink), BRUM_OK);
@@ -95,6 +111,12 @@ TEST_F(Printing, AttributesAreWrittenInTheirOrder) {
   EXPECT_EQ(brum_options_add_attribute(options, bounded, "line", "12"), BRUM_OK);
   brum_print_term(m, bounded, options, sink);
   EXPECT_STREQ(brum_buffer_text(buffer), "(! (<= (+ x x) 7) :named below :line 12)\n");
+  brum_options_set_label_prefix(options, "d_");
+  brum_options_set_newlines(options, 0);
+  brum_buffer_clear(buffer);
+  brum_print_term(m, brum_and(m, bounded, brum_not(m, bounded)), options, sink);
+  EXPECT_STREQ(brum_buffer_text(buffer),
+               "(let ((d_4 (! (<= (+ x x) 7) :named below :line 12))) (and d_4 (not d_4)))");
 }
 
 TEST_F(Printing, Version1RefusesAttributesPrefixesAndScripts) {

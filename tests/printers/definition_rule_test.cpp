@@ -63,6 +63,17 @@ TEST(Definitions, ConstantsAndNumeralsAreNeverDefined) {
   EXPECT_EQ(v2_text(mgr, mgr.make_and(yes, yes)), "(and true true)");
 }
 
+TEST(Definitions, AConstantIsNotSharedHoweverOftenItIsUsed) {
+  TermManager mgr;
+  const Term* x = make_int(mgr, "x");
+  const Term* sum = mgr.make_plus(x, x);
+  const DefinitionRule rule = DefinitionRule::for_trace();
+  EXPECT_FALSE(rule.is_shared(x));
+  EXPECT_FALSE(rule.is_shared(sum));
+  mgr.make_leq(sum, sum);
+  EXPECT_TRUE(rule.is_shared(sum));
+}
+
 TEST(Definitions, OtherTermsOfTheStoreDoNotShow) {
   TermManager mgr;
   const Term* p = make_bool(mgr, "p");

@@ -71,6 +71,7 @@ TEST(Definitions, DivisionLooksAtTheArguments) {
        "(= (brum.remainder_at_zero.1 i) j)"},
       {"(define-fun f ((a Real)) Real (/ x a))(assert (= (f 2) x))", "(= (* (/ 1 2) x) x)"},
       {"(define-fun f ((a Real)) Real (/ a 2))(assert (= (f x) x))", "(= (* (/ 1 2) x) x)"},
+      {"(define-fun f ((a Real) (b Real)) Real (/ a b))(assert (= (f 3 2) x))", "(= (/ 3 2) x)"},
   };
   for (const auto& [text, expected] : rows) {
     EXPECT_EQ(assertion_text(declarations + text), expected) << text;

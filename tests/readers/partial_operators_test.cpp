@@ -109,6 +109,22 @@ TEST(PartialOperators, NamesKeepClearOfTheUsers) {
             "(= (brum.quotient_at_zero.1 i) (brum.quotient_at_zero.1.2 i))");
 }
 
+TEST(PartialOperators, ADefinitionBringsTheConditionsOfAllItsQuotients) {
+  TermManager mgr;
+  Script script;
+  read_into(script, mgr,
+            "(declare-const x Real)(declare-const y Real)(declare-const p Bool)"
+            "(define-fun both () Bool (<= (/ x y) (/ y x)))"
+            "(push 1)(assert both)(pop 1)(assert p)(assert both)");
+  std::vector<std::size_t> parts;
+  for (const Command& command : script.commands) {
+    if (command.kind == Command::Kind::assertion) {
+      parts.push_back(conjuncts(mgr, command.term, 3).size());
+    }
+  }
+  EXPECT_EQ(parts, (std::vector<std::size_t>{3, 1, 3}));
+}
+
 TEST(PartialOperators, AConditionIsAssertedOnceWhileItIsInForce) {
   TermManager mgr;
   Script script;

@@ -74,6 +74,31 @@ TEST(Scopes, GlobalDeclarationsOutliveLevels) {
   EXPECT_EQ(error_of("(set-option :global-declarations true)(declare-const p Bool)(reset)\n"
                      "(assert p)"),
             "input:2:9: error: found the symbol p, expected a declared symbol");
+  EXPECT_EQ(error_of("(set-option :global-declarations true)(declare-sort U 0)(reset)\n"
+                     "(declare-const u U)"),
+            "input:2:18: error: found the sort U, expected a declared sort");
+}
+
+TEST(Scopes, APopOfNoLevelsChangesNothing) {
+  EXPECT_EQ(assertion_texts("(push 0)(pop 0)(push 1)(declare-const p Bool)(pop 0)(assert p)"),
+            Texts{"p"});
+}
+
+TEST(Scopes, QualifiedSymbolsHaveTheSortTheySay) {
+  const std::string declarations =
+      "(declare-fun f (Int) Int)(define-fun g ((a Int)) Int (+ a 1))(declare-const x Int)"
+      "(declare-fun const (Int) Int)\n";
+  EXPECT_EQ(assertion_text(declarations + "(assert (= ((as f Int) 1) (as x Int)))"), "(= (f 1) x)");
+  EXPECT_EQ(assertion_text(declarations + "(assert (= ((as g Int) x) x))"), "(= (+ x 1) x)");
+  EXPECT_EQ(assertion_text(declarations + "(assert (= ((as const Int) 1) x))"), "(= (const 1) x)");
+  EXPECT_EQ(error_of(declarations + "(assert ((as f Bool) 1))"),
+            "input:2:14: error: found f as Bool, expected a function with this result");
+  EXPECT_EQ(error_of(declarations + "(assert ((as g Bool) 1))"),
+            "input:2:14: error: found g as Bool, expected a function with this result");
+  EXPECT_EQ(error_of(declarations + "(assert ((as not Bool) true))"),
+            "input:2:14: error: found not as Bool, expected a function with this result");
+  EXPECT_EQ(error_of(declarations + "(assert (as x Bool))"),
+            "input:2:13: error: found a term of sort Int, expected Bool");
 }
 
 TEST(Scopes, ANameMayComeBackUnderAnotherSort) {
@@ -195,6 +220,13 @@ TEST(Scopes, RefuseWrongSortTexts) {
             "input:1:18: error: found Array alone, expected it with its parameters");
   EXPECT_EQ(error_of("(declare-const x (Array Int))"),
             "input:1:18: error: found 1 sort as parameters, expected 2");
+  EXPECT_EQ(error_of("(declare-const x (Array Int Int Int))"),
+            "input:1:18: error: found 3 sorts as parameters, expected 2");
+  EXPECT_EQ(error_of("(declare-const x (BitVec 8))"),
+            "input:1:19: error: found the symbol BitVec, expected (_ BitVec width)");
+  EXPECT_EQ(error_of("(declare-const x (_ BitVec 4294967296))"),
+            "input:1:28: error: found the numeral 4294967296, expected a width from 1 to "
+            "4294967295");
   EXPECT_EQ(error_of("(declare-const x (Int))"),
             "input:1:18: error: found a sort without parameters in brackets, expected its name "
             "alone");

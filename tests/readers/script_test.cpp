@@ -191,6 +191,18 @@ TEST(Script, NeedsNothingKeptWhenAHandlerIsToldInstead) {
   EXPECT_TRUE(counter.has_ended);
 }
 
+TEST(Script, AHandlerNeedsToListenToNothing) {
+  TermManager mgr;
+  ScriptHandler deaf;
+  std::istringstream in(
+      "(set-logic QF_UFNRA)(set-info :source |x|)(set-option :print-success false)"
+      "(declare-sort U 0)(declare-const x Real)(declare-const y Real)"
+      "(assert (! (= (! (/ x y) :weight 3) x) :named n))(check-sat)");
+  SmtLib2Reader(mgr).read(in, deaf);
+  EXPECT_NE(mgr.get_signature()->get_symbol("brum.quotient.2"), nullptr);
+  EXPECT_NE(mgr.get_signature()->get_symbol("n"), nullptr);
+}
+
 TEST(Script, ReadsSingleTermsOverTheSignature) {
   TermManager mgr;
   const DataType* integer = mgr.get_int_type();

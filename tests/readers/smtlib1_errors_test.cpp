@@ -137,6 +137,11 @@ TEST(SmtLib1Errors, OfTerms) {
       {"(= (extract[1] bv1[8]) bv1[8])", "f:1:27: error: found 1 index of extract, expected 2"},
       {"(= extract[3:0] bv1[8])",
        "f:1:26: error: found the symbol extract[3:0], expected a declared symbol"},
+      {"(= bvbin01[2] bv1[2])",
+       "f:1:26: error: found the symbol bvbin01[2], expected a declared symbol"},
+      {"(= bvbin02 bv1[2])", "f:1:26: error: found the symbol bvbin02, expected a declared symbol"},
+      {"(= bvhex0g bv1[8])", "f:1:26: error: found the symbol bvhex0g, expected a declared symbol"},
+      {"(= (x[3] 1) 1)", "f:1:27: error: found the symbol x[3], expected a declared symbol"},
       {"(= and bv1[8])", "f:1:26: error: found and without arguments, expected a term"},
       {"(= \"x\" 1)", "f:1:26: error: found the string \"x\", expected a term or ')'"},
   };

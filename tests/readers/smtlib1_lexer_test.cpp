@@ -82,11 +82,13 @@ TEST(SmtLib1Lexer, BracesNestAndBackslashesEscapeThem) {
       {TokenKind::string, "{}", "", ""},
       {TokenKind::string, "{\n}", "\n", ""},
       {TokenKind::string, R"("a \" b")", R"(a \" b)", ""},
+      {TokenKind::string, "\"a\nb\"", "a\nb", ""},
   };
   for (const std::size_t bytes : buffer_sizes) {
     EXPECT_EQ(tokens(R"({a {b} \} c}{})"
                      "{\n}"
-                     R"("a \" b")",
+                     R"("a \" b")"
+                     "\"a\nb\"",
                      bytes),
               expected)
         << "buffer of " << bytes;
@@ -115,6 +117,10 @@ TEST(SmtLib1Lexer, PositionsCountLinesAndBytes) {
   EXPECT_EQ(lexer.next().position, (TextPosition{3, 4}));
   EXPECT_EQ(lexer.next().position, (TextPosition{5, 1}));
   EXPECT_EQ(lexer.next().position, (TextPosition{5, 2}));
+  std::istringstream text("\"a\nb\\\"\n\" x");
+  SmtLib1Lexer of_text(text, "f", 2);
+  EXPECT_EQ(of_text.next().position, (TextPosition{1, 1}));
+  EXPECT_EQ(of_text.next().position, (TextPosition{3, 3}));
 }
 
 TEST(SmtLib1Lexer, RefusesWhatIsNoToken) {

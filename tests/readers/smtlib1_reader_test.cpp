@@ -123,6 +123,24 @@ TEST_F(SmtLib1ReaderTest, ArraysOfALogicOfNothingElseHaveSortsOfTheirOwn) {
   EXPECT_EQ(script->symbols[2].second->type, element);
 }
 
+TEST_F(SmtLib1ReaderTest, TheSortsOfArraysMayBeDeclared) {
+  hsh::HashMap<std::string, const DataType*> sorts;
+  sorts["Index"] = mgr.make_uninterpreted_type("place");
+  ReaderOptions options;
+  options.sorts = &sorts;
+  read("(benchmark b :logic QF_AX :extrasorts (Index) :extrafuns ((a Array)) :formula true)",
+       options);
+  EXPECT_EQ(script->symbols[0].second->type,
+            mgr.make_array_type(mgr.make_uninterpreted_type("place"),
+                                mgr.make_uninterpreted_type("Element")));
+}
+
+TEST_F(SmtLib1ReaderTest, BoolIsASortOfArguments) {
+  read("(benchmark b :extrafuns ((f Bool Int)) :formula (= (f true) 1))");
+  EXPECT_EQ(script->symbols[0].second->type,
+            mgr.make_function_type({mgr.get_bool_type()}, mgr.get_int_type()));
+}
+
 TEST_F(SmtLib1ReaderTest, SortsMayBeGivenByName) {
   hsh::HashMap<std::string, const DataType*> sorts;
   sorts["U0"] = mgr.make_uninterpreted_type("cat or dog");
@@ -195,6 +213,7 @@ TEST_F(SmtLib1ReaderTest, ReadsArithmetic) {
       {"(to_int x)", mgr.make_floor(x)},
       {"(divisible[3] (- i j))", mgr.make_int_modular_congruence(3, i, j)},
       {"(divisible[3] (- i 5))", mgr.make_int_modular_congruence(3, i, number(5))},
+      {"(divisible[3] (- i j :a))", mgr.make_int_modular_congruence(3, i, j)},
       {"(divisible[3] i)", mgr.make_int_modular_congruence(3, i, number(0))},
       {"(i :key {text})", i},
       {"(7 :key)", number(7)},
@@ -222,6 +241,7 @@ TEST_F(SmtLib1ReaderTest, ReadsBitVectors) {
       {"bvhex0aF", mgr.make_bv_number(175, 12)},
       {"bit0", mgr.make_bv_number(0, 1)},
       {"bit1", mgr.make_bv_number(1, 1)},
+      {"(bv5[8] :key)", mgr.make_bv_number(5, 8)},
       {"(concat x bit1)", mgr.make_concat(x, mgr.make_bv_number(1, 1))},
       {"(extract[7:4] x)", mgr.make_extract(7, 4, x)},
       {"(bvnot x)", mgr.make_bvnot(x)},

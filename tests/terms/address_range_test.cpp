@@ -1,7 +1,12 @@
 #include "brum/terms/address_range.h"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -10,6 +15,21 @@
 
 #include "brum/terms/arena.h"
 #include "brum/terms/term_manager.h"
+
+namespace {
+
+bool system_is_out_of_memory = false;
+
+}  // namespace
+
+/// Stands for the C library's function of this name, in this program.
+extern "C" int mprotect(void* start, std::size_t bytes, int protection) noexcept {
+  if (system_is_out_of_memory) {
+    errno = ENOMEM;
+    return -1;
+  }
+  return static_cast<int>(::syscall(SYS_mprotect, start, bytes, protection));
+}
 
 namespace brum {
 namespace {
@@ -46,6 +66,19 @@ TEST(AddressRange, GivesAdjacentZeroedMemory) {
 TEST(AddressRange, RefusesMoreThanItHolds) {
   AddressRange range;
   EXPECT_EQ(range.take(std::size_t{1} << 40U), nullptr);
+}
+
+TEST(AddressRange, GivesNothingWhenTheSystemHasNoMemory) {
+  AddressRange range;
+  void* first = range.take(8);
+  if (first == nullptr) {
+    GTEST_SKIP() << "this system gives no fixed addresses";
+  }
+  system_is_out_of_memory = true;
+  void* refused = range.take(std::size_t{1} << 24U);
+  system_is_out_of_memory = false;
+  EXPECT_EQ(refused, nullptr);
+  EXPECT_EQ(range.take(8), static_cast<std::byte*>(first) + 8);
 }
 
 TEST(AddressRange, IsEmptyWhenAllPlacesAreTaken) {
