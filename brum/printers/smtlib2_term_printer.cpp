@@ -2,6 +2,7 @@
 
 #include <span>
 
+#include "brum/printers/declarations.h"
 #include "brum/printers/reference_counts.h"
 #include "brum/printers/symbol_collector.h"
 #include "brum/printers/term_texts.h"
@@ -113,12 +114,7 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
     ends.push_back(order.size());
   }
   print_start(out);
-  for (const DataType* sort : sorts) {
-    print_type_declaration(out, sort);
-  }
-  for (const Symbol* symbol : symbols) {
-    print_symbol_declaration(out, symbol);
-  }
+  print_declarations(*this, out, sorts, symbols);
   print_define_section_start(out);
   DefinitionMap definitions;
   const DefinitionRule rule = DefinitionRule::for_script(counts);

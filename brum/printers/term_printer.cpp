@@ -1,5 +1,6 @@
 #include "brum/printers/term_printer.h"
 
+#include "brum/printers/declarations.h"
 #include "brum/printers/symbol_collector.h"
 #include "brum/printers/term_texts.h"
 
@@ -14,7 +15,11 @@ std::string write_term(TermPrinter& printer, std::ostream& out, const Term* term
   TermOrder order;
   counts.add_term(
       term, &defs, [](const Term*) {}, [&](const Term* done) { order.push_back(done); });
-  return TermTexts(printer, out, defs, rule, InlineTexts::keep).write(term, order);
+  TermTexts texts(printer, out, defs, rule, InlineTexts::keep);
+  if (!order.empty()) {
+    texts.reserve(defs.size() + order.size());
+  }
+  return texts.write(term, order);
 }
 
 }  // namespace
@@ -31,12 +36,7 @@ void TermPrinter::print_formula(std::ostream& out, const Term* formula) {
       formula, nullptr, [&](const Term* term) { collector.add_symbol(term->symbol); },
       [&](const Term* term) { order.push_back(term); });
   print_start(out);
-  for (const DataType* type : types) {
-    print_type_declaration(out, type);
-  }
-  for (const Symbol* symbol : symbols) {
-    print_symbol_declaration(out, symbol);
-  }
+  print_declarations(*this, out, types, symbols);
   print_define_section_start(out);
   const DefinitionRule rule = DefinitionRule::for_formula(counts);
   DefinitionMap defs;
