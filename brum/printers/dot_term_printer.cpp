@@ -67,7 +67,7 @@ void DotTermPrinter::print_graph(std::ostream& out, const Term* formula, std::si
 }
 
 void DotTermPrinter::choose_nodes(const Term* formula, std::size_t most_nodes) {
-  chosen_ = {};
+  chosen_.clear();
   chosen_[formula] = true;
   std::vector<const Term*> nearest{formula};
   for (std::size_t i = 0; i < nearest.size(); ++i) {
@@ -97,7 +97,7 @@ void DotTermPrinter::print_end(std::ostream& out) {
 }
 
 void DotTermPrinter::begin_drawing() {
-  edges_to_ = {};
+  edges_to_.clear();
   shared_.clear();
 }
 

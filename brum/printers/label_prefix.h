@@ -28,7 +28,7 @@ class WithLabelPrefix : public Printer {
       : Printer(std::forward<Arguments>(arguments)...), prefix_(std::move(prefix)) {}
 
   void get_define_label(const Term* term, std::string& label) override {
-    label = this->make_label(prefix_, term);
+    this->make_label(prefix_, term, label);
   }
 
  private:

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <string>
@@ -45,39 +44,47 @@ void SmtLibTermPrinter::print_define_section_start(std::ostream& out) {
 
 void SmtLibTermPrinter::get_define_label(const Term* term, std::string& label) {
   if (!v1_format) {
-    label = make_label(".def_", term);
+    make_label(".def_", term, label);
   } else if (term->sort() == mgr->get_bool_type()) {
-    label = make_label("$def_", term);
+    make_label("$def_", term, label);
   } else {
-    label = make_label("?def_", term);
+    make_label("?def_", term, label);
+  }
+}
+
+void SmtLibTermPrinter::make_label(std::string_view prefix, const Term* term,
+                                   std::string& label) const {
+  constexpr std::size_t most_digits = 20;
+  std::array<char, 44> start;
+  if (prefix.size() > start.size() - most_digits) {
+    label = concat({prefix, std::to_string(term->id)});
+  } else {
+    copy_text(start.data(), prefix.data(), prefix.size());
+    char* const digits = start.data() + prefix.size();
+    const char* const end = std::to_chars(digits, digits + most_digits, term->id).ptr;
+    label.assign(start.data(), static_cast<std::size_t>(end - start.data()));
+  }
+  while (mgr->get_signature()->get_symbol(std::string_view(label)) != nullptr) {
+    label += '_';
   }
 }
 
 std::string SmtLibTermPrinter::make_label(std::string_view prefix, const Term* term) const {
-  constexpr std::size_t most_digits = 20;
-  std::array<char, 44> start;
   std::string label;
-  if (prefix.size() > start.size() - most_digits) {
-    label = prefix;
-    prefix = "";
-  }
-  char* const digits = std::copy(prefix.begin(), prefix.end(), start.data());
-  const char* const end = std::to_chars(digits, digits + most_digits, term->id).ptr;
-  label.append(start.data(), static_cast<std::size_t>(end - start.data()));
-  while (mgr->get_signature()->get_symbol(std::string_view(label)) != nullptr) {
-    label += '_';
-  }
+  make_label(prefix, term, label);
   return label;
 }
 
 void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string& label,
                                            const Term* term) {
-  std::string_view opening = "(let ((";
-  if (v1_format) {
-    opening = term->sort() == mgr->get_bool_type() ? "(flet (" : "(let (";
+  TextPiece piece(piece_memory, label.size() + 8);
+  if (!v1_format) {
+    piece.add("(let ((");
+  } else if (term->sort() == mgr->get_bool_type()) {
+    piece.add("(flet (");
+  } else {
+    piece.add("(let (");
   }
-  TextPiece piece(piece_memory, opening.size() + label.size() + 1);
-  piece.add(opening);
   piece.add(label);
   piece.add(' ');
   write_text(out, piece.text());
@@ -101,10 +108,9 @@ void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* t
     return;
   }
   const bool is_congruence = TermManager::get_tag(symbol) == SymbolTag::int_modular_congruence;
-  constexpr std::string_view conversion = " (to_real ";
-  std::size_t most_bytes = name.size() + 7;
+  std::size_t most_bytes = name.size() + sizeof("( (-))");
   for (const std::string& child : children) {
-    most_bytes += conversion.size() + child.size() + 1;
+    most_bytes += child.size() + sizeof(" (to_real )");
   }
   TextPiece piece(piece_memory, most_bytes);
   piece.add('(');
@@ -117,7 +123,7 @@ void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* t
                               symbol->type->get_component(i + 1) == mgr->get_real_type() &&
                               term->children[i]->sort() == mgr->get_int_type();
     if (is_converted) {
-      piece.add(conversion);
+      piece.add(" (to_real ");
       piece.add(children[i]);
       piece.add(')');
     } else {

@@ -90,6 +90,9 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   /// underscore for each clash with a user symbol.
   std::string make_label(std::string_view prefix, const Term* term) const;
 
+  /// Replaces `label` by the same.
+  void make_label(std::string_view prefix, const Term* term, std::string& label) const;
+
   /// The same text as to_smtlib(sort), without a copy: the one that type_names holds.
   const std::string& kept_sort_text(const DataType* sort);
 

@@ -1,6 +1,7 @@
 #include "brum/printers/term_texts.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "brum/printers/write_text.h"
@@ -45,18 +46,18 @@ inline TermTexts::Texts& TermTexts::texts_for(std::size_t arity) {
 // from its place in the map instead of being copied. Those were handled from left to right, so from
 // the right each is the last of the pending ones. All other arguments have a text that several
 // places may refer to: the names of constants, labels, and what the map held before.
-inline void TermTexts::borrow_texts(const Term* term, Texts& children, Loan& loan) {
-  for (std::size_t i = children.size(); i-- > 0;) {
+// `first_lent` is where the lent ones begin, `levels` becomes the most of any of them.
+inline void TermTexts::borrow_texts(const Term* term, Texts& children,
+                                    PendingTerms::iterator& first_lent, std::uint32_t& levels) {
+  for (std::size_t i = term->symbol->arity; i-- > 0;) {
     const Term* argument = term->children[i];
-    const std::size_t not_lent = pending_.size() - loan.count;
-    if (not_lent == 0 || pending_[not_lent - 1].term != argument) {
+    if (first_lent == pending_.begin() || std::prev(first_lent)->term != argument) {
       children[i] = defs_.find(argument)->second;
       continue;
     }
-    Pending& lent = pending_[not_lent - 1];
-    ++loan.count;
+    Pending& lent = *--first_lent;
     lent.place = static_cast<std::uint32_t>(i);
-    loan.levels = std::max(loan.levels, lent.levels);
+    levels = std::max(levels, lent.levels);
     // Through a third string, so that the map's own does not inherit memory.
     children[i] = std::string(std::move(*lent.text));
   }
@@ -64,21 +65,23 @@ inline void TermTexts::borrow_texts(const Term* term, Texts& children, Loan& loa
 
 /// Gives the lent texts back to the map, or lets them go; their memory then serves for texts to
 /// come.
-inline void TermTexts::end_loan(const Loan& loan, Texts& children) noexcept {
+inline void TermTexts::end_loan(PendingTerms::iterator first_lent, Texts& children) noexcept {
+  if (first_lent == pending_.end()) {
+    return;
+  }
   if (defs_.empty()) {
     pending_.clear();  // no memory to grow the map: it has lost its entries
     return;
   }
-  const std::size_t first = pending_.size() - loan.count;
-  for (std::size_t i = first; i < pending_.size(); ++i) {
-    std::string& text = children[pending_[i].place];
+  for (auto lent = first_lent; lent != pending_.end(); ++lent) {
+    std::string& text = children[lent->place];
     if (inline_texts_ == InlineTexts::keep) {
-      *pending_[i].text = std::move(text);
+      *lent->text = std::move(text);
     } else {
       inline_text_.use_memory_of(std::move(text));
     }
   }
-  pending_.resize(first);
+  pending_.erase(first_lent, pending_.end());
 }
 
 /// Enters `term`, which the map does not hold, with its whole text.
@@ -128,10 +131,11 @@ inline void TermTexts::handle(const Term* term) {
   Pending result{term, nullptr, 0, 0};
   {
     Texts& children = texts_for(term->symbol->arity);
-    Loan loan;
-    const ScopeExit end([&] { end_loan(loan, children); });
-    borrow_texts(term, children, loan);
-    const std::uint32_t levels = loan.levels + 1;
+    auto first_lent = pending_.end();
+    const ScopeExit end([&] { end_loan(first_lent, children); });
+    std::uint32_t levels = 0;
+    borrow_texts(term, children, first_lent, levels);
+    ++levels;
     if (is_shared || (term != root_ && rule_.exceeds_levels(levels))) {
       result.text = define(term, children);
     } else {

@@ -57,11 +57,7 @@ class TermTexts {
     std::uint32_t place;   // the argument position that refers to it, while that is written
   };
 
-  /// The arguments of one term that are lent from the map: the last `count` pending ones.
-  struct Loan {
-    std::size_t count = 0;
-    std::uint32_t levels = 0;  // the most of any of them
-  };
+  using PendingTerms = std::vector<Pending>;
 
   void handle(const Term* term);
   void handle_leaf(const Term* term);
@@ -78,8 +74,9 @@ class TermTexts {
   std::string* keep(const Term* term, std::string&& text);
 
   Texts& texts_for(std::size_t arity);
-  void borrow_texts(const Term* term, Texts& children, Loan& loan);
-  void end_loan(const Loan& loan, Texts& children) noexcept;
+  void borrow_texts(const Term* term, Texts& children, PendingTerms::iterator& first_lent,
+                    std::uint32_t& levels);
+  void end_loan(PendingTerms::iterator first_lent, Texts& children) noexcept;
 
   TermPrinter& printer_;
   std::ostream& out_;
@@ -88,8 +85,8 @@ class TermTexts {
   const InlineTexts inline_texts_;
 
   const Term* root_ = nullptr;
-  std::vector<Pending> pending_;  // the last one needed first
-  std::array<Texts, 4> texts_;    // what the hooks get, by number of arguments; the last grows
+  PendingTerms pending_;        // the last one needed first
+  std::array<Texts, 4> texts_;  // what the hooks get, by number of arguments; the last grows
   TextStream inline_text_;
 };
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <vector>
 
@@ -18,27 +19,50 @@ namespace brum {
 template <class Value>
 class TermIndex {
  public:
+  TermIndex() = default;
+  TermIndex(const TermIndex&) = delete;
+  TermIndex& operator=(const TermIndex&) = delete;
+  ~TermIndex() = default;
+
   /// Gives the value of `term`, to be read or changed. Throws std::bad_alloc and then changes
   /// nothing.
   Value& operator[](const Term* term) {
     const std::size_t page = term->id / page_size;
-    if (page >= pages_.size() || pages_[page] == nullptr) {
-      add_page(page);
+    if (page != last_page_) {
+      turn_to(page);
     }
-    return pages_[page][term->id % page_size];
+    return last_values_[term->id % page_size];
   }
 
   /// Gives the value of `term` without making room for it.
   Value get(const Term* term) const {
     const std::size_t page = term->id / page_size;
+    if (page == last_page_) {
+      return last_values_[term->id % page_size];
+    }
     const bool present = page < pages_.size() && pages_[page] != nullptr;
     return present ? pages_[page][term->id % page_size] : Value{};
   }
 
+  /// Makes every value 0 again and gives the memory back.
+  void clear() {
+    pages_.clear();
+    last_page_ = no_page;
+  }
+
  private:
   static constexpr std::size_t page_size = 4096;
+  static constexpr std::size_t no_page = std::numeric_limits<std::size_t>::max();
 
-  void add_page(std::size_t page) {
+  void turn_to(std::size_t page) {
+    if (page >= pages_.size() || pages_[page] == nullptr) {
+      add_page(page);
+    }
+    last_page_ = page;
+    last_values_ = pages_[page].get();
+  }
+
+  [[gnu::noinline]] void add_page(std::size_t page) {
     if (page >= pages_.size()) {
       pages_.resize(page + 1);
     }
@@ -46,6 +70,10 @@ class TermIndex {
   }
 
   std::vector<std::unique_ptr<Value[]>> pages_;
+
+  // The page that operator[] gave a value of last: mostly the next value is on it too.
+  std::size_t last_page_ = no_page;
+  Value* last_values_ = nullptr;
 };
 
 }  // namespace brum

@@ -266,6 +266,17 @@ class Hashtable {
     }
   }
 
+  /**
+   * Fetches the first node of a chain that is soon to come into the cache, in a pass over all
+   * chains that is at `index`: neighbouring chains lie far apart.
+   */
+  static void prefetch_node(const std::vector<Bucket*>& heads, std::size_t index) noexcept {
+    constexpr std::size_t distance = 8;
+    if (index + distance < heads.size()) {
+      __builtin_prefetch(heads[index + distance]);
+    }
+  }
+
   void drop_chains(std::vector<Bucket*>& heads) noexcept;
   void destroy_chains() noexcept;
   void relink(std::vector<Bucket*>& old_heads);
@@ -355,7 +366,9 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::rehash(std::size_t n) {
  */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(std::vector<Bucket*>& old_heads) {
-  for (Bucket*& head : old_heads) {
+  for (std::size_t i = 0; i < old_heads.size(); ++i) {
+    prefetch_node(old_heads, i);
+    Bucket*& head = old_heads[i];
     while (head != nullptr) {
       Bucket*& new_head = buckets[index_of(key_of(head))];
       Bucket* const node = head;
@@ -384,7 +397,9 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(std::vector<Bucket*>& 
 /** Destroys every value and leaves the nodes where they are, for the end of the table. */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_chains() noexcept {
-  for (Bucket* node : buckets) {
+  for (std::size_t i = 0; i < buckets.size(); ++i) {
+    prefetch_node(buckets, i);
+    Bucket* node = buckets[i];
     while (node != nullptr) {
       Bucket* const next = node->next;
       std::destroy_at(node);
