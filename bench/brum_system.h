@@ -3,8 +3,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <fstream>
+#include <stdexcept>
 #include <string>
 
+#include "brum/readers/script.h"
+#include "brum/readers/smtlib2_reader.h"
 #include "brum/terms/term_manager.h"
 
 namespace brum::bench {
@@ -35,6 +39,22 @@ class BrumSystem {
   Term bv_xor(Term a, Term b) { return manager.make_bvxor(a, b); }
   Term concat(Term a, Term b) { return manager.make_concat(a, b); }
   Term extract(unsigned high, unsigned low, Term a) { return manager.make_extract(high, low, a); }
+
+  /// Reads a script of SMT-LIB 2 and gives the conjunction of its assertions. Throws what the
+  /// reader throws, and std::runtime_error when nothing is asserted.
+  Term read(const std::string& path) {
+    std::ifstream in(path, std::ios_base::binary);
+    Script script;
+    SmtLib2Reader(manager).read(in, script);
+    Term all = nullptr;
+    for (Term assertion : script.at_end().assertions) {
+      all = all == nullptr ? assertion : manager.make_and(all, assertion);
+    }
+    if (all == nullptr) {
+      throw std::runtime_error("nothing is asserted in " + path);
+    }
+    return all;
+  }
 
   TermManager manager;
 };

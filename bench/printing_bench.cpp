@@ -1,10 +1,13 @@
 // Times printing to memory: this library in every form, z3 and cvc5 where they are installed, and
-// lower bounds. One shape for each run:
+// lower bounds. One shape for each run, or all scripts of a folder:
 //
 //     printing_bench --shape=dag --nodes=1000000 --cvc5-nodes=10000 [Google Benchmark's options]
+//     printing_bench --folder=DIR [Google Benchmark's options]
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
+#include <exception>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <memory>
@@ -12,6 +15,8 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "bench/brum_system.h"
 #include "bench/memory_use.h"
@@ -34,13 +39,35 @@ namespace {
 /// A formula in the system that holds it.
 template <class System>
 struct Subject {
-  Subject(Shape shape, std::size_t nodes) : formula(ShapeBuilder(system).build(shape, nodes)) {}
-
   System system;
   typename System::Term formula;
+  std::string logic;
 };
 
-using BrumSubject = std::shared_ptr<Subject<BrumSystem>>;
+/// What is printed one after another: one formula of a shape, or those of files.
+template <class System>
+using Subjects = std::vector<std::unique_ptr<Subject<System>>>;
+
+template <class System>
+Subjects<System> make_shape(Shape shape, std::size_t nodes) {
+  Subjects<System> subjects;
+  subjects.push_back(std::make_unique<Subject<System>>());
+  Subject<System>& subject = *subjects.back();
+  subject.formula = ShapeBuilder(subject.system).build(shape, nodes);
+  subject.logic = logic_of(shape);
+  return subjects;
+}
+
+/// Reads the conjunction of the assertions of a file. Throws what the system's reader throws.
+template <class System>
+std::unique_ptr<Subject<System>> read_subject(const std::string& path) {
+  auto subject = std::make_unique<Subject<System>>();
+  subject->formula = subject->system.read(path);
+  subject->logic = "ALL";
+  return subject;
+}
+
+using BrumSubjects = std::shared_ptr<Subjects<BrumSystem>>;
 
 /// The number of distinct applications in a formula.
 std::size_t count_nodes(const Term* formula) {
@@ -61,23 +88,32 @@ std::size_t count_nodes(const Term* formula) {
 /// What is timed: prints once to memory and gives the number of bytes of the text.
 using Print = std::function<std::size_t()>;
 
-/// A formula that is built when it is first asked for.
-template <class System>
-class LateSubject {
- public:
-  LateSubject(Shape shape, std::size_t nodes) : shape_(shape), nodes_(nodes) {}
+std::size_t count_nodes(const Subjects<BrumSystem>& subjects) {
+  std::size_t count = 0;
+  for (const auto& subject : subjects) {
+    count += count_nodes(subject->formula);
+  }
+  return count;
+}
 
-  Subject<System>& get() {
-    if (!subject_) {
-      subject_ = std::make_unique<Subject<System>>(shape_, nodes_);
+/// Formulas that are made when they are first asked for.
+template <class System>
+class LateSubjects {
+ public:
+  using Make = std::function<Subjects<System>()>;
+
+  explicit LateSubjects(Make make) : make_(std::move(make)) {}
+
+  Subjects<System>& get() {
+    if (subjects_.empty()) {
+      subjects_ = make_();
     }
-    return *subject_;
+    return subjects_;
   }
 
  private:
-  Shape shape_;
-  std::size_t nodes_;
-  std::unique_ptr<Subject<System>> subject_;
+  Make make_;
+  Subjects<System> subjects_;
 };
 
 /// Registers a benchmark of `print`, for which `prepare` makes ready. Its memory is that of
@@ -109,26 +145,41 @@ void add_benchmark(const std::string& name, std::size_t nodes, const std::functi
   benchmark::RegisterBenchmark(name.c_str(), run)->Iterations(1)->Unit(benchmark::kMillisecond);
 }
 
-void add_form(const BrumSubject& subject, const Form& form, const char* logic, std::size_t nodes) {
-  const auto print = [=] {
-    std::ostringstream out;
-    form.print(out, subject->system.manager, subject->formula, logic);
-    return out.view().size();
-  };
+/// Prints every formula to a stream of its own, made by `Stream`, and gives the number of bytes.
+template <class Stream>
+std::size_t print_all(const Subjects<BrumSystem>& subjects, const Form& form) {
+  std::size_t bytes = 0;
+  for (const auto& subject : subjects) {
+    Stream stream;
+    form.print(stream.out, subject->system.manager, subject->formula, subject->logic.c_str());
+    bytes += stream.size();
+  }
+  return bytes;
+}
+
+struct MemoryStream {
+  std::ostringstream out;
+  std::size_t size() const { return out.view().size(); }
+};
+
+struct CountingStream {
+  CountingBuffer buffer;
+  std::ostream out{&buffer};
+  std::size_t size() const { return buffer.count(); }
+};
+
+void add_form(const BrumSubjects& subjects, const Form& form, std::size_t nodes) {
+  const auto print = [=] { return print_all<MemoryStream>(*subjects, form); };
   const auto print_in_child = [=] {
-    CountingBuffer buffer;
-    std::ostream out(&buffer);
-    form.print(out, subject->system.manager, subject->formula, logic);
+    benchmark::DoNotOptimize(print_all<CountingStream>(*subjects, form));
   };
   add_benchmark(
       std::string("brumlin/") + std::string(form.name), nodes, [] {}, print, print_in_child, false);
 }
 
 /// The bounds are for the text of version 2.
-void add_bounds(const BrumSubject& subject, const char* logic, std::size_t nodes) {
-  std::ostringstream out;
-  forms()[1].print(out, subject->system.manager, subject->formula, logic);
-  const std::size_t bytes = out.view().size();
+void add_bounds(const BrumSubjects& subjects, std::size_t nodes) {
+  const std::size_t bytes = print_all<CountingStream>(*subjects, *form_named("v2"));
   const auto append = [=] { return append_tokens(bytes).size(); };
   const auto write = [=] {
     std::ostringstream stream;
@@ -142,19 +193,81 @@ void add_bounds(const BrumSubject& subject, const char* logic, std::size_t nodes
 }
 
 template <class System>
-void add_rival(Shape shape, std::size_t nodes, std::size_t counted_nodes) {
-  const auto subject = std::make_shared<LateSubject<System>>(shape, nodes);
-  const char* const logic = logic_of(shape);
+void add_rival(std::size_t nodes, std::size_t counted_nodes,
+               typename LateSubjects<System>::Make make) {
+  const auto subjects = std::make_shared<LateSubjects<System>>(std::move(make));
   const auto print = [=] {
-    Subject<System>& built = subject->get();
-    return built.system.print(built.formula, logic).size();
+    std::size_t bytes = 0;
+    for (const auto& subject : subjects->get()) {
+      bytes += subject->system.print(subject->formula, subject->logic.c_str()).size();
+    }
+    return bytes;
   };
   add_benchmark(
       std::string(System::name) + "/" + std::to_string(nodes), counted_nodes,
-      [=] { subject->get(); }, print, [=] { benchmark::DoNotOptimize(print()); }, true);
+      [=] { subjects->get(); }, print, [=] { benchmark::DoNotOptimize(print()); }, true);
+}
+
+void add_forms_and_bounds(Subjects<BrumSystem> subjects, std::size_t counted_nodes) {
+  const auto shared = std::make_shared<Subjects<BrumSystem>>(std::move(subjects));
+  for (const Form& form : forms()) {
+    add_form(shared, form, counted_nodes);
+  }
+  add_bounds(shared, counted_nodes);
+}
+
+void add_shape(Shape shape, std::size_t nodes, [[maybe_unused]] std::size_t cvc5_nodes) {
+  auto subjects = make_shape<BrumSystem>(shape, nodes);
+  const std::size_t counted = count_nodes(subjects);
+  add_forms_and_bounds(std::move(subjects), counted);
+#ifdef BRUM_BENCH_Z3
+  add_rival<Z3System>(nodes, counted, [=] { return make_shape<Z3System>(shape, nodes); });
+#endif
+#ifdef BRUM_BENCH_CVC5
+  add_rival<Cvc5System>(cvc5_nodes, count_nodes(make_shape<BrumSystem>(shape, cvc5_nodes)),
+                        [=] { return make_shape<Cvc5System>(shape, cvc5_nodes); });
+#endif
+}
+
+/// The scripts of a folder that both readers take, each as the conjunction of its assertions.
+/// cvc5's library has no parser that others may call.
+void add_folder(const std::string& folder) {
+  std::vector<std::string> paths;
+  for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (entry.path().extension() == ".smt2") {
+      paths.push_back(entry.path().string());
+    }
+  }
+  std::sort(paths.begin(), paths.end());
+  Subjects<BrumSystem> subjects;
+#ifdef BRUM_BENCH_Z3
+  const auto rivals = std::make_shared<Subjects<Z3System>>();
+#endif
+  for (const std::string& path : paths) {
+    try {
+      auto subject = read_subject<BrumSystem>(path);
+      CountingStream unheard;
+      for (const Form& form : forms()) {
+        form.print(unheard.out, subject->system.manager, subject->formula, "ALL");
+      }
+#ifdef BRUM_BENCH_Z3
+      rivals->push_back(read_subject<Z3System>(path));
+#endif
+      subjects.push_back(std::move(subject));
+    } catch (const std::exception& error) {
+      std::cerr << "printing_bench: left out: " << path << ": " << error.what() << '\n';
+    }
+  }
+  std::cerr << "printing_bench: " << subjects.size() << " of " << paths.size() << " files\n";
+  const std::size_t counted = count_nodes(subjects);
+  add_forms_and_bounds(std::move(subjects), counted);
+#ifdef BRUM_BENCH_Z3
+  add_rival<Z3System>(counted, counted, [=] { return std::move(*rivals); });
+#endif
 }
 
 int run(int argc, char** argv) {
+  const std::string folder = take_option(&argc, argv, "folder", "");
   const std::string name = take_option(&argc, argv, "shape", "dag");
   const std::size_t nodes = take_number(&argc, argv, "nodes", 1000000);
   const std::size_t cvc5_nodes = take_number(&argc, argv, "cvc5-nodes", nodes);
@@ -164,24 +277,14 @@ int run(int argc, char** argv) {
   }
   const auto* const named = std::find_if(shapes.begin(), shapes.end(),
                                          [&](const NamedShape& s) { return s.name == name; });
-  if (named == shapes.end()) {
+  if (!folder.empty()) {
+    add_folder(folder);
+  } else if (named != shapes.end()) {
+    add_shape(named->shape, nodes, cvc5_nodes);
+  } else {
     std::cerr << "printing_bench: no shape " << name << '\n';
     return 2;
   }
-  const Shape shape = named->shape;
-  const auto subject = std::make_shared<Subject<BrumSystem>>(shape, nodes);
-  const std::size_t counted = count_nodes(subject->formula);
-  for (const Form& form : forms()) {
-    add_form(subject, form, logic_of(shape), counted);
-  }
-  add_bounds(subject, logic_of(shape), counted);
-#ifdef BRUM_BENCH_Z3
-  add_rival<Z3System>(shape, nodes, counted);
-#endif
-#ifdef BRUM_BENCH_CVC5
-  const Subject<BrumSystem> same(shape, cvc5_nodes);
-  add_rival<Cvc5System>(shape, cvc5_nodes, count_nodes(same.formula));
-#endif
   benchmark::RunSpecifiedBenchmarks();
   benchmark::ClearRegisteredBenchmarks();  // and with them the formulas, before cvc5's own end
   return 0;

@@ -24,6 +24,8 @@ class Z3System {
     Z3_config config = Z3_mk_config();
     context = Z3_mk_context(config);
     Z3_del_config(config);
+    // By default an error ends the program.
+    Z3_set_error_handler(context, [](Z3_context, Z3_error_code) {});
     int_sort_ = Z3_mk_int_sort(context);
     bv_sort_ = Z3_mk_bv_sort(context, 32);
   }

@@ -13,6 +13,7 @@ import sys
 from pathlib import Path
 
 SHAPES = ('chain', 'ladder', 'tree', 'dag', 'bit-vectors')
+PRINTED = (*SHAPES, 'files')
 KINDS = ('clauses', 'lets', 'definitions', 'bit-vectors')
 FORMS = ('v1', 'v2', 'define-fun', 'terms', 'trace', 'let-trace')
 
@@ -73,7 +74,7 @@ def rival(results, name):
 def printing(directory):
     """For each shape and form: the time, and how many times faster than the others it is."""
     rows = []
-    for shape in SHAPES:
+    for shape in PRINTED:
         results = Results(directory / f'printing-{shape}.json')
         z3, cvc5 = rival(results, 'z3'), rival(results, 'cvc5')
         for form in FORMS:
@@ -116,7 +117,7 @@ def bound_share(results, name):
 
 def bounds(directory):
     rows = []
-    for shape in SHAPES:
+    for shape in PRINTED:
         results = Results(directory / f'printing-{shape}.json')
         if not results.names():
             continue
