@@ -1,6 +1,8 @@
 # One executable DIR_test for each directory of tests/ that holds *_test.cpp. The other sources of such
 # a directory go into the same executable, those of tests/support into a library for all of them.
 #
+# Tests repeat names of helpers, so they are never compiled as one source (CMAKE_UNITY_BUILD).
+#
 # The tests are compiled with BRUM_SOURCE_DIR (root of the source tree) and BRUM_COMMAND (path of the
 # built command, when there is one).
 enable_testing()
@@ -50,6 +52,7 @@ brum_usable_test_sources(brum_test_support_sources ${brum_test_support_sources})
 if(brum_test_support_sources)
   add_library(brum_test_support STATIC ${brum_test_support_sources})
   target_link_libraries(brum_test_support PUBLIC brum_test_base)
+  set_target_properties(brum_test_support PROPERTIES UNITY_BUILD OFF)
   # The frameworks are the larger part of what a test compiles: they are compiled once for all.
   set(brum_test_headers <gmock/gmock.h> <gtest/gtest.h>)
   if(TARGET rapidcheck)
@@ -76,6 +79,7 @@ foreach(directory IN LISTS brum_test_directories)
   endif()
   add_executable(${directory}_test ${sources})
   target_link_libraries(${directory}_test PRIVATE brum_test_base GTest::gtest_main)
+  set_target_properties(${directory}_test PROPERTIES UNITY_BUILD OFF)
   if(TARGET brum_test_support)
     target_link_libraries(${directory}_test PRIVATE brum_test_support)
     target_precompile_headers(${directory}_test REUSE_FROM brum_test_support)

@@ -9,6 +9,7 @@
 #include "brum/terms/term_index.h"
 #include "brum/terms/term_walk.h"
 #include "brum/utils/hash_containers.h"
+#include "brum/utils/smtlib_words.h"
 
 namespace brum {
 
@@ -17,53 +18,6 @@ namespace {
 using namespace std::literals;
 
 // Besides these, the operators of operator_names.h are theory symbols of both versions.
-
-constexpr std::array v2_reserved_words = {
-    "!"sv,
-    "_"sv,
-    "as"sv,
-    "BINARY"sv,
-    "DECIMAL"sv,
-    "exists"sv,
-    "forall"sv,
-    "HEXADECIMAL"sv,
-    "let"sv,
-    "match"sv,
-    "NUMERAL"sv,
-    "par"sv,
-    "STRING"sv,
-    "assert"sv,
-    "check-sat"sv,
-    "check-sat-assuming"sv,
-    "declare-const"sv,
-    "declare-datatype"sv,
-    "declare-datatypes"sv,
-    "declare-fun"sv,
-    "declare-sort"sv,
-    "define-const"sv,
-    "define-fun"sv,
-    "define-fun-rec"sv,
-    "define-funs-rec"sv,
-    "define-sort"sv,
-    "echo"sv,
-    "exit"sv,
-    "get-assertions"sv,
-    "get-assignment"sv,
-    "get-info"sv,
-    "get-model"sv,
-    "get-option"sv,
-    "get-proof"sv,
-    "get-unsat-assumptions"sv,
-    "get-unsat-core"sv,
-    "get-value"sv,
-    "pop"sv,
-    "push"sv,
-    "reset"sv,
-    "reset-assertions"sv,
-    "set-info"sv,
-    "set-logic"sv,
-    "set-option"sv,
-};
 
 constexpr std::array v2_theory_symbols = {
     "true"sv,    "false"sv,   "not"sv,     "=>"sv,      "and"sv,      "or"sv,      "xor"sv,
@@ -84,11 +38,6 @@ constexpr std::array v1_words = {
     "sat"sv,       "unsat"sv,  "unknown"sv,
 };
 
-template <std::size_t size>
-bool is_among(const std::array<std::string_view, size>& words, std::string_view word) {
-  return std::find(words.begin(), words.end(), word) != words.end();
-}
-
 /// Version 1.2 writes the bit-vector 5 as bv5[8].
 bool is_v1_bit_vector_numeral(std::string_view word) {
   return word.size() > 2 && word.starts_with("bv") &&
@@ -104,7 +53,7 @@ class KnownWords {
       add(v1_words, "is a word of SMT-LIB 1.2");
     } else {
       add(v2_theory_symbols, "is a symbol of the theories of SMT-LIB 2.6");
-      add(v2_reserved_words, "is a reserved word of SMT-LIB 2.6");
+      add(smtlib2_reserved_words, "is a reserved word of SMT-LIB 2.6");
     }
     for (const OperatorName& entry : operator_names) {
       reasons_[entry.name] = "is a symbol of the theories of SMT-LIB";
@@ -204,7 +153,7 @@ std::vector<NameProblem> check_names(const TermManager& /*manager*/,
 }
 
 bool is_reserved_word(std::string_view name) {
-  return is_among(v2_reserved_words, name);
+  return is_among(smtlib2_reserved_words, name);
 }
 
 }  // namespace brum

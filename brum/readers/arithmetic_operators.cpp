@@ -70,7 +70,7 @@ using Builder = TermBuilder&;
 using Argument = const Term*;
 
 // clang-format off
-const Operator operators[] = {
+const Operator arithmetic_table[] = {
     {.name = "+", .shape = Shape::associative, .operands = Operands::numbers,
      .step = [](Builder b, Argument x, Argument y, bool real) { return b.plus(x, y, real); }},
     {.name = "*", .shape = Shape::associative, .operands = Operands::numbers,
@@ -102,7 +102,7 @@ const Operator operators[] = {
 }  // namespace
 
 std::span<const Operator> arithmetic_operators() {
-  return operators;
+  return arithmetic_table;
 }
 
 }  // namespace brum

@@ -170,7 +170,7 @@ constexpr Operator indexed(std::string_view name, Operator::Whole whole, std::ui
 
 using M = TermManager;
 
-const Operator operators[] = {
+const Operator bit_vector_table[] = {
     {.name = "concat",
      .shape = Shape::left,
      .operands = Operands::bit_vectors,
@@ -231,7 +231,7 @@ const Operator operators[] = {
 }  // namespace
 
 std::span<const Operator> bit_vector_operators() {
-  return operators;
+  return bit_vector_table;
 }
 
 }  // namespace brum

@@ -81,7 +81,7 @@ using Builder = TermBuilder&;
 using Argument = const Term*;
 
 // clang-format off
-const Operator operators[] = {
+const Operator core_table[] = {
     {.name = "true", .shape = Shape::constant,
      .step = [](Builder b, Argument, Argument, bool) { return b.manager().make_true(); }},
     {.name = "false", .shape = Shape::constant,
@@ -107,7 +107,7 @@ const Operator operators[] = {
 }  // namespace
 
 std::span<const Operator> core_operators() {
-  return operators;
+  return core_table;
 }
 
 }  // namespace brum

@@ -1,13 +1,13 @@
 #ifndef BRUM_READERS_LEXER_BUFFER_H
 #define BRUM_READERS_LEXER_BUFFER_H
 
-#include <array>
 #include <cstddef>
 #include <istream>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "brum/readers/byte_classes.h"
 #include "brum/readers/read_error.h"
 #include "brum/readers/token.h"
 
@@ -35,10 +35,6 @@ class LexerBuffer {
   [[noreturn]] void error_expected(const std::string& expected) const;
 
  protected:
-  /// For each byte, by its unsigned value, the classes that it is in, as bits. NUL is in none, so
-  /// that every run ends at the NUL behind the text in the buffer.
-  using ByteClasses = std::array<unsigned char, 256>;
-
   /// The byte at the cursor; NUL at the end of the text in the buffer.
   char current() const { return buffer_[cursor_]; }
 

@@ -5,6 +5,8 @@
 #include <new>
 #include <utility>
 
+#include "brum/utils/smtlib_words.h"
+
 namespace brum {
 
 namespace {
@@ -19,54 +21,17 @@ constexpr std::array<std::pair<std::string_view, ReservedWord>, 7> words_with_a_
     {"match", ReservedWord::match},
 }};
 
-constexpr std::array<std::string_view, 38> other_words{
-    "par",
-    "BINARY",
-    "DECIMAL",
-    "HEXADECIMAL",
-    "NUMERAL",
-    "STRING",
-    "assert",
-    "check-sat",
-    "check-sat-assuming",
-    "declare-const",
-    "declare-datatype",
-    "declare-datatypes",
-    "declare-fun",
-    "declare-sort",
-    "declare-sort-parameter",
-    "define-const",
-    "define-fun",
-    "define-fun-rec",
-    "define-funs-rec",
-    "define-sort",
-    "echo",
-    "exit",
-    "get-assertions",
-    "get-assignment",
-    "get-info",
-    "get-model",
-    "get-option",
-    "get-proof",
-    "get-unsat-assumptions",
-    "get-unsat-core",
-    "get-value",
-    "pop",
-    "push",
-    "reset",
-    "reset-assertions",
-    "set-info",
-    "set-logic",
-    "set-option",
-};
+// A command that came after version 2.6.
+constexpr std::string_view later_word = "declare-sort-parameter";
 
 }  // namespace
 
 NameTable::NameTable() {
+  for (const std::string_view text : smtlib2_reserved_words)
+    get(text).reserved = ReservedWord::other;
+  get(later_word).reserved = ReservedWord::other;
   for (const auto& [text, word] : words_with_a_part)
     get(text).reserved = word;
-  for (const std::string_view text : other_words)
-    get(text).reserved = ReservedWord::other;
   for (const Operator& op : smtlib2_operators())
     get(op.name).theory_operator = &op;
 }

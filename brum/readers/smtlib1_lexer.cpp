@@ -1,49 +1,32 @@
 #include "brum/readers/smtlib1_lexer.h"
 
-#include <array>
+#include <string_view>
 #include <utility>
+
+#include "brum/readers/byte_classes.h"
 
 namespace brum {
 
 namespace {
 
-constexpr unsigned char class_digit = 1;
-constexpr unsigned char class_symbol = 2;   // may stand in a symbol, digits included
 constexpr unsigned char class_begin = 4;    // may begin a symbol
 constexpr unsigned char class_index = 8;    // a digit or a colon
 constexpr unsigned char class_braced = 16;  // runs in braces: no brace, backslash, LF, NUL
 constexpr unsigned char class_string = 32;  // runs in a string: no quotation mark, backslash, …
 
-constexpr std::array<unsigned char, 256> make_classes() {
-  std::array<unsigned char, 256> classes{};
-  for (unsigned c = '0'; c <= '9'; ++c)
-    classes[c] |= class_digit | class_symbol | class_index;
-  for (unsigned c = 'a'; c <= 'z'; ++c)
-    classes[c] |= class_symbol | class_begin;
-  for (unsigned c = 'A'; c <= 'Z'; ++c)
-    classes[c] |= class_symbol | class_begin;
-  for (const char c : std::string_view("_=<>&@#+-*/%|~?$!^")) {
-    classes[static_cast<unsigned char>(c)] |= class_symbol | class_begin;
-  }
-  classes['.'] |= class_symbol;
-  classes['\''] |= class_symbol;
-  classes[':'] |= class_index;
-  for (unsigned c = 1; c < 256; ++c) {
-    if (c == '\n' || c == '\\')
-      continue;
-    if (c != '{' && c != '}')
-      classes[c] |= class_braced;
-    if (c != '"')
-      classes[c] |= class_string;
-  }
-  return classes;
+constexpr ByteClasses make_smtlib1_bytes() {
+  ByteClasses bytes{};
+  add_to_classes(bytes, decimal_digits, class_digit | class_symbol | class_index);
+  add_to_classes(bytes, ascii_letters, class_symbol | class_begin);
+  add_to_classes(bytes, "_=<>&@#+-*/%|~?$!^", class_symbol | class_begin);
+  add_to_classes(bytes, ".'", class_symbol);
+  add_to_classes(bytes, ":", class_index);
+  add_others_to_classes(bytes, "\n\\{}", class_braced);
+  add_others_to_classes(bytes, "\n\\\"", class_string);
+  return bytes;
 }
 
-constexpr std::array<unsigned char, 256> classes_of_bytes = make_classes();
-
-bool is_of(char c, unsigned char classes) {
-  return (classes_of_bytes[static_cast<unsigned char>(c)] & classes) != 0;
-}
+constexpr ByteClasses smtlib1_bytes = make_smtlib1_bytes();
 
 /// Whether these are numerals with a colon between each two.
 bool are_indices(std::string_view text) {
@@ -98,9 +81,9 @@ const Token& SmtLib1Lexer::next() {
       scan_keyword();
       break;
     default:
-      if (is_of(c, class_digit)) {
+      if (is_of(smtlib1_bytes, c, class_digit)) {
         scan_number();
-      } else if (is_of(c, class_begin)) {
+      } else if (is_of(smtlib1_bytes, c, class_begin)) {
         scan_symbol();
       } else {
         error_at_byte();
@@ -110,14 +93,14 @@ const Token& SmtLib1Lexer::next() {
 }
 
 void SmtLib1Lexer::scan_symbol() {
-  scan_run<classes_of_bytes>(class_symbol);
+  scan_run<smtlib1_bytes>(class_symbol);
   const std::size_t name_bytes = token_bytes();
   if (current() != '[') {
     finish(TokenKind::symbol, 0, 0);
     return;
   }
   advance();
-  scan_run<classes_of_bytes>(class_index);
+  scan_run<smtlib1_bytes>(class_index);
   if (current() != ']')
     error_malformed("indices and ']'");
   advance();
@@ -128,26 +111,26 @@ void SmtLib1Lexer::scan_symbol() {
 
 void SmtLib1Lexer::scan_keyword() {
   advance();
-  scan_run<classes_of_bytes>(class_symbol);
+  scan_run<smtlib1_bytes>(class_symbol);
   finish(TokenKind::keyword, 1, 0);
   if (token_.text.empty())
     error_malformed("a keyword");
 }
 
 void SmtLib1Lexer::scan_number() {
-  scan_run<classes_of_bytes>(class_digit);
+  scan_run<smtlib1_bytes>(class_digit);
   bool well_formed = first_byte() != '0' || token_bytes() == 1;
   TokenKind kind = TokenKind::numeral;
   if (current() == '.') {
     kind = TokenKind::decimal;
     advance();
     const std::size_t fraction = token_bytes();
-    scan_run<classes_of_bytes>(class_digit);
+    scan_run<smtlib1_bytes>(class_digit);
     well_formed = well_formed && token_bytes() > fraction;
   }
-  if (is_of(current(), class_symbol)) {
+  if (is_of(smtlib1_bytes, current(), class_symbol)) {
     well_formed = false;
-    scan_run<classes_of_bytes>(class_symbol);
+    scan_run<smtlib1_bytes>(class_symbol);
   }
   if (!well_formed)
     error_malformed("a numeral without leading zeros or a decimal");
@@ -164,7 +147,7 @@ void SmtLib1Lexer::scan_escaped() {
 void SmtLib1Lexer::scan_user_value() {
   advance();
   for (std::size_t depth = 1; depth > 0;) {
-    scan_run<classes_of_bytes>(class_braced);
+    scan_run<smtlib1_bytes>(class_braced);
     if (at_end_of_buffer()) {
       error(token_.position, "found the end of the input, expected '}'");
     }
@@ -189,7 +172,7 @@ void SmtLib1Lexer::scan_user_value() {
 void SmtLib1Lexer::scan_string() {
   advance();
   while (true) {
-    scan_run<classes_of_bytes>(class_string);
+    scan_run<smtlib1_bytes>(class_string);
     if (at_end_of_buffer()) {
       error(token_.position,
             "found the end of the input, expected the closing quotation mark of a string");

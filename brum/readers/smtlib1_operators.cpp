@@ -5,6 +5,8 @@
 #include <span>
 #include <string_view>
 
+#include "brum/utils/smtlib_words.h"
+
 namespace brum {
 
 namespace {
@@ -41,10 +43,6 @@ constexpr std::array later_operators = {
     "bvumulo"sv, "bvsmulo"sv,   "bvusubo"sv, "bvssubo"sv, "bvsdivo"sv,
 };
 
-bool is_among(std::span<const std::string_view> names, std::string_view name) {
-  return std::ranges::find(names, name) != names.end();
-}
-
 const Operator* find(std::span<const Operator> operators, std::string_view name) {
   const auto found = std::ranges::find(operators, name, &Operator::name);
   return found == operators.end() ? nullptr : &*found;
@@ -62,7 +60,7 @@ Operator make_alias(const Alias& alias) {
   return op;
 }
 
-std::vector<Operator> all_operators() {
+std::vector<Operator> all_smtlib1_operators() {
   std::vector<Operator> all;
   for (const Operator& op : smtlib2_operators()) {
     if (!is_among(not_in_version_1, op.name))
@@ -83,7 +81,7 @@ std::string_view smtlib2_name(const Operator& op) {
 }  // namespace
 
 const std::vector<Operator>& smtlib1_operators() {
-  static const std::vector<Operator> all = all_operators();
+  static const std::vector<Operator> all = all_smtlib1_operators();
   return all;
 }
 

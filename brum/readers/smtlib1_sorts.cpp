@@ -1,10 +1,10 @@
 #include "brum/readers/smtlib1_sorts.h"
 
-#include <algorithm>
 #include <array>
 #include <optional>
 
 #include "brum/readers/smtlib1_bit_vectors.h"
+#include "brum/utils/smtlib_words.h"
 
 namespace brum {
 
@@ -16,11 +16,6 @@ constexpr std::array sorts_of_all_logics = {"Int"sv, "Real"sv, "Bool"sv};
 
 /// Sorts that theories of version 1 have without saying more about them.
 constexpr std::array sorts_of_theories = {"U"sv, "Index"sv, "Element"sv};
-
-template <std::size_t size>
-bool is_among(const std::array<std::string_view, size>& names, std::string_view name) {
-  return std::find(names.begin(), names.end(), name) != names.end();
-}
 
 }  // namespace
 

@@ -1,53 +1,32 @@
 #include "brum/readers/smtlib2_lexer.h"
 
-#include <array>
 #include <string_view>
 #include <utility>
+
+#include "brum/readers/byte_classes.h"
 
 namespace brum {
 
 namespace {
 
-constexpr unsigned char class_digit = 1;
-constexpr unsigned char class_symbol = 2;       // may stand in a simple symbol, digits included
 constexpr unsigned char class_hexadecimal = 4;  // 0 to 9, a to f, A to F
 constexpr unsigned char class_binary = 8;
 constexpr unsigned char class_in_bars = 16;  // runs of a quoted symbol: no bar, backslash, LF, NUL
 constexpr unsigned char class_in_string = 32;  // runs of a string: no quotation mark, LF, NUL
 
-constexpr std::array<unsigned char, 256> make_classes() {
-  std::array<unsigned char, 256> classes{};
-  for (unsigned c = '0'; c <= '9'; ++c)
-    classes[c] |= class_digit | class_symbol | class_hexadecimal;
-  for (unsigned c = 'a'; c <= 'z'; ++c)
-    classes[c] |= class_symbol;
-  for (unsigned c = 'A'; c <= 'Z'; ++c)
-    classes[c] |= class_symbol;
-  for (const char c : std::string_view("~!@$%^&*_-+=<>.?/")) {
-    classes[static_cast<unsigned char>(c)] |= class_symbol;
-  }
-  for (const char c : std::string_view("abcdefABCDEF")) {
-    classes[static_cast<unsigned char>(c)] |= class_hexadecimal;
-  }
-  classes['0'] |= class_binary;
-  classes['1'] |= class_binary;
-  for (unsigned c = 1; c < 256; ++c) {
-    if (c == '\n')
-      continue;
-    if (c != '|' && c != '\\')
-      classes[c] |= class_in_bars;
-    if (c != '"')
-      classes[c] |= class_in_string;
-  }
-  return classes;
+constexpr ByteClasses make_smtlib2_bytes() {
+  ByteClasses bytes{};
+  add_to_classes(bytes, decimal_digits, class_digit | class_symbol | class_hexadecimal);
+  add_to_classes(bytes, ascii_letters, class_symbol);
+  add_to_classes(bytes, "~!@$%^&*_-+=<>.?/", class_symbol);
+  add_to_classes(bytes, "abcdefABCDEF", class_hexadecimal);
+  add_to_classes(bytes, "01", class_binary);
+  add_others_to_classes(bytes, "\n|\\", class_in_bars);
+  add_others_to_classes(bytes, "\n\"", class_in_string);
+  return bytes;
 }
 
-// NUL is in no class, so that every run ends at the NUL behind the filled part of the buffer.
-constexpr std::array<unsigned char, 256> classes_of_bytes = make_classes();
-
-bool is_of(char c, unsigned char classes) {
-  return (classes_of_bytes[static_cast<unsigned char>(c)] & classes) != 0;
-}
+constexpr ByteClasses smtlib2_bytes = make_smtlib2_bytes();
 
 }  // namespace
 
@@ -55,7 +34,7 @@ SmtLib2Lexer::SmtLib2Lexer(std::istream& in, std::string file_name, std::size_t 
     : LexerBuffer(in, std::move(file_name), buffer_bytes) {}
 
 void SmtLib2Lexer::error_malformed_token(const std::string& expected) {
-  scan_run<classes_of_bytes>(class_symbol);
+  scan_run<smtlib2_bytes>(class_symbol);
   error_malformed(expected);
 }
 
@@ -93,9 +72,9 @@ const Token& SmtLib2Lexer::next() {
       scan_keyword();
       break;
     default:
-      if (is_of(c, class_digit)) {
+      if (is_of(smtlib2_bytes, c, class_digit)) {
         scan_number();
-      } else if (is_of(c, class_symbol)) {
+      } else if (is_of(smtlib2_bytes, c, class_symbol)) {
         scan_simple_symbol();
       } else {
         error_at_byte();
@@ -105,33 +84,33 @@ const Token& SmtLib2Lexer::next() {
 }
 
 void SmtLib2Lexer::scan_simple_symbol() {
-  scan_run<classes_of_bytes>(class_symbol);
+  scan_run<smtlib2_bytes>(class_symbol);
   finish(TokenKind::symbol, 0, 0);
 }
 
 void SmtLib2Lexer::scan_keyword() {
   advance();
-  scan_run<classes_of_bytes>(class_symbol);
+  scan_run<smtlib2_bytes>(class_symbol);
   finish(TokenKind::keyword, 1, 0);
   if (token_.text.empty())
     error_malformed_token("a keyword");
 }
 
 void SmtLib2Lexer::scan_number() {
-  scan_run<classes_of_bytes>(class_digit);
+  scan_run<smtlib2_bytes>(class_digit);
   const bool leading_zero = first_byte() == '0' && token_bytes() > 1;
   if (leading_zero)
     error_malformed_token("a numeral without leading zeros");
   if (current() != '.') {
-    if (is_of(current(), class_symbol))
+    if (is_of(smtlib2_bytes, current(), class_symbol))
       error_malformed_token("a numeral");
     finish(TokenKind::numeral, 0, 0);
     return;
   }
   advance();
   const std::size_t fraction = token_bytes();
-  scan_run<classes_of_bytes>(class_digit);
-  if (token_bytes() == fraction || is_of(current(), class_symbol)) {
+  scan_run<smtlib2_bytes>(class_digit);
+  if (token_bytes() == fraction || is_of(smtlib2_bytes, current(), class_symbol)) {
     error_malformed_token("a decimal");
   }
   finish(TokenKind::decimal, 0, 0);
@@ -143,9 +122,9 @@ void SmtLib2Lexer::scan_radix_constant() {
   if (radix != 'x' && radix != 'b')
     error_malformed_token("#x or #b and digits");
   advance();
-  scan_run<classes_of_bytes>(radix == 'x' ? class_hexadecimal : class_binary);
+  scan_run<smtlib2_bytes>(radix == 'x' ? class_hexadecimal : class_binary);
   const bool empty = token_bytes() == 2;
-  if (empty || is_of(current(), class_symbol)) {
+  if (empty || is_of(smtlib2_bytes, current(), class_symbol)) {
     error_malformed_token(radix == 'x' ? "#x and hexadecimal digits" : "#b and binary digits");
   }
   finish(radix == 'x' ? TokenKind::hexadecimal : TokenKind::binary, 2, 0);
@@ -154,7 +133,7 @@ void SmtLib2Lexer::scan_radix_constant() {
 void SmtLib2Lexer::scan_quoted_symbol() {
   advance();
   while (true) {
-    scan_run<classes_of_bytes>(class_in_bars);
+    scan_run<smtlib2_bytes>(class_in_bars);
     if (at_end_of_buffer()) {
       error(token_.position,
             "found the end of the input, expected the closing bar of a quoted symbol");
@@ -176,7 +155,7 @@ void SmtLib2Lexer::scan_quoted_symbol() {
 void SmtLib2Lexer::scan_string() {
   advance();
   while (true) {
-    scan_run<classes_of_bytes>(class_in_string);
+    scan_run<smtlib2_bytes>(class_in_string);
     if (at_end_of_buffer()) {
       error(token_.position,
             "found the end of the input, expected the closing quotation mark of a string");

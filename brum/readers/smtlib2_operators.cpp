@@ -8,7 +8,7 @@ namespace brum {
 
 namespace {
 
-std::vector<Operator> all_operators() {
+std::vector<Operator> all_smtlib2_operators() {
   std::vector<Operator> all;
   for (const auto part : {core_operators(), arithmetic_operators(), bit_vector_operators()}) {
     all.insert(all.end(), part.begin(), part.end());
@@ -173,7 +173,7 @@ Value fold_chain(TermBuilder& builder, const Operator& op, std::span<Value> argu
 }  // namespace
 
 const std::vector<Operator>& smtlib2_operators() {
-  static const std::vector<Operator> all = all_operators();
+  static const std::vector<Operator> all = all_smtlib2_operators();
   return all;
 }
 
