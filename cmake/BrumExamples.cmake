@@ -35,8 +35,6 @@ foreach(document IN LISTS brum_documents)
   foreach(source IN LISTS brum_programs)
     cmake_path(GET source STEM name)
     brum_add_example(documentation_${name} "${source}")
-    # Programs in a text are kept short; clang-tidy reads those of examples/.
-    set_target_properties(documentation_${name} PROPERTIES CXX_CLANG_TIDY "")
   endforeach()
 endforeach()
 
