@@ -67,6 +67,30 @@ TEST(ApiTrace, DefinitionsAreRememberedWithDefineFun) {
   expect_at_rest(printer);
 }
 
+TEST(ApiTrace, HooksSeeASingleTermOfATrace) {
+  class Watching : public OpenPrinter2 {
+   public:
+    using OpenPrinter2::OpenPrinter2;
+    int calls = 0;
+
+   private:
+    void print_formula_term(std::ostream& out, const std::string& text, const Term* term) override {
+      ++calls;
+      EXPECT_TRUE(single_term);
+      EXPECT_TRUE(in_api_trace);
+      EXPECT_EQ(assert_attribute, ":named less");
+      OpenPrinter2::print_formula_term(out, text, term);
+    }
+  };
+  SharedSum f;
+  for (const bool define_fun : {false, true}) {
+    Watching printer(&f.mgr, "QF_LIA", "sat", define_fun, nullptr);
+    trace(printer, f.less, ":named less");
+    EXPECT_EQ(printer.calls, 1);
+    expect_at_rest(printer);
+  }
+}
+
 TEST(ApiTrace, EachAssertionHasItsOwnBindingsWithLet) {
   SharedSum f;
   OpenPrinter2 printer(&f.mgr, "QF_LIA", "sat", false, nullptr);

@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "tests/printers/open_printers.h"
 #include "tests/support/formulas.h"
@@ -36,6 +37,26 @@ TEST(SmtLibTermPrinter, StartsWithItsArgumentsAndFixedFlags) {
     EXPECT_EQ(printer.sort_counter, 0);
     EXPECT_FALSE(printer.single_term);
     EXPECT_TRUE(printer.use_newlines);
+  }
+}
+
+TEST(SmtLibTermPrinter, WritesApplicationsOfAnyNumberOfArguments) {
+  TermManager mgr;
+  const DataType* integer = mgr.get_int_type();
+  const auto function = [&](const std::string& name, std::size_t arguments) {
+    return mgr.declare(
+        name, mgr.make_function_type(std::vector<const DataType*>(arguments, integer), integer));
+  };
+  const Term* a = testing::make_int(mgr, "a");
+  const Term* b = testing::make_int(mgr, "b");
+  const Term* three = mgr.make_term(function("f3", 3), {a, b, a});
+  const Term* four = mgr.make_term(function("f4", 4), {a, three, b, a});
+  const Term* five = mgr.make_term(function("f5", 5), {a, b, four, a, b});
+  const Term* six = mgr.make_term(function("f6", 6), {five, a, b, a, b, a});
+  for (const bool v1 : {true, false}) {
+    SmtLibTermPrinter printer(v1, &mgr, "", "");
+    EXPECT_EQ(testing::single_term(printer, six),
+              "(f6 (f5 a b (f4 a (f3 a b a) b a) a b) a b a b a)");
   }
 }
 

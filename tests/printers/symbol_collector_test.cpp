@@ -135,6 +135,24 @@ TEST(CollectSymbolsAndTypes, NamesOfTheUsersThatLookInterpretedAreTheUsers) {
   EXPECT_EQ(found.symbol_names(), (Names{"+", "+", "x"}));
 }
 
+TEST(CollectSymbolsAndTypes, TheSetGrowsAtTheFirstLookUpAfterAnAddition) {
+  // The order of declarations follows the set's buckets. 31 of them are left at a look-up that
+  // meets 22 values, also one for an operator that was met before.
+  TermManager mgr;
+  hsh::HashSet<const Symbol*> symbols;
+  hsh::HashSet<const DataType*> types;
+  SymbolCollector collector(symbols, types);
+  collector.add_symbol(mgr.get_and_symbol());
+  for (int i = 0; i < 21; ++i) {
+    collector.add_symbol(mgr.declare("p" + std::to_string(i), mgr.get_bool_type()));
+  }
+  EXPECT_EQ(symbols.size(), 22U);
+  EXPECT_EQ(symbols.bucket_count(), 31U);
+  collector.add_symbol(mgr.get_and_symbol());
+  EXPECT_EQ(symbols.size(), 22U);
+  EXPECT_GT(symbols.bucket_count(), 31U);
+}
+
 TEST(CollectSymbolsAndTypes, DeepTermsAndSortsNeedNoStack) {
   const std::size_t depth = testing::large_size(1'000'000);
   testing::run_on_small_stack([&] {
