@@ -69,10 +69,6 @@ inline void TermTexts::end_loan(PendingTerms::iterator first_lent, Texts& childr
   if (first_lent == pending_.end()) {
     return;
   }
-  if (defs_.empty()) {
-    pending_.clear();  // no memory to grow the map: it has lost its entries
-    return;
-  }
   for (auto lent = first_lent; lent != pending_.end(); ++lent) {
     std::string& text = children[lent->place];
     if (inline_texts_ == InlineTexts::keep) {

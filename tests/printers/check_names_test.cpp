@@ -72,6 +72,9 @@ TEST(CheckNames, NamesByThemselves) {
       {"ite", theory, theory},
       {"concat", theory, theory},
       {"bv5", "is a bit-vector numeral in SMT-LIB 1.2", ""},
+      {"bv0", "is a bit-vector numeral in SMT-LIB 1.2", ""},
+      {"bv90", "is a bit-vector numeral in SMT-LIB 1.2", ""},
+      {"bv.5", "", ""},
       {"bv", "", ""},
   };
   for (const auto& row : rows) {

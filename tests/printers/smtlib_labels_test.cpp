@@ -26,6 +26,23 @@ std::string label_of(TermPrinter& printer, const Term* term) {
   return label;
 }
 
+TEST(SmtLibLabels, DerivedPrintersMakeTheirOwn) {
+  class Labelling : public SmtLibTermPrinter {
+   public:
+    using SmtLibTermPrinter::make_label;
+    using SmtLibTermPrinter::SmtLibTermPrinter;
+  };
+  TermManager mgr;
+  const Term* x = make_int(mgr, "x");  // 1
+  mgr.declare("s_1", mgr.get_int_type());
+  mgr.declare("s_1_", mgr.get_int_type());
+  const Labelling printer(false, &mgr, "", "");
+  EXPECT_EQ(printer.make_label("def_", x), "def_1");
+  EXPECT_EQ(printer.make_label("s_", x), "s_1__");
+  EXPECT_EQ(printer.make_label(std::string(24, 's'), x), std::string(24, 's') + "1");
+  EXPECT_EQ(printer.make_label(std::string(25, 's'), x), std::string(25, 's') + "1");
+}
+
 TEST(SmtLibLabels, AreMadeOfPrefixAndId) {
   TermManager mgr;
   const Term* p = make_bool(mgr, "p");
