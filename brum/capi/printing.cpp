@@ -26,7 +26,8 @@ void require_safe_names(const brum_manager& manager, const std::vector<const Ter
 
 void require_formula(const Term* term) {
   if (term->sort()->kind() != brum::DataType::Kind::boolean) {
-    throw brum::TermManager::error("the term is no formula, its sort is " + term->sort()->to_str());
+    throw brum::TermManager::error("the term is no formula, its sort is " +
+                                   term->sort()->to_short_str());
   }
 }
 

@@ -71,7 +71,7 @@ brum_status brum_trace_declare_sort(brum_trace* trace, const brum_sort* sort,
     const brum::DataType* declared = require(sort);
     if (!brum::TermManager::is_uninterpreted_type(declared)) {
       throw brum::TermManager::error("only uninterpreted sorts are declared, not " +
-                                     declared->to_str());
+                                     declared->to_short_str());
     }
     printer.print_type_declaration(out, declared);
   });
@@ -94,7 +94,7 @@ brum_status brum_trace_assert(brum_trace* trace, const brum_term* formula, const
     const brum::Term* asserted = require(formula);
     if (asserted->sort()->kind() != brum::DataType::Kind::boolean) {
       throw brum::TermManager::error("the term is no formula, its sort is " +
-                                     asserted->sort()->to_str());
+                                     asserted->sort()->to_short_str());
     }
     printer.apitracer_print_term(out, asserted, name_attribute(printer, name));
   });

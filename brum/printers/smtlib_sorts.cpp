@@ -104,11 +104,11 @@ std::string SmtLibTermPrinter::v1_array_text(const DataType* sort) const {
   std::size_t index_width = 0;
   std::size_t element_width = 0;
   if (!TermManager::is_bv_type(index, &index_width)) {
-    throw error("unsupported index type for Array: " + index->to_str());
+    throw error("unsupported index type for Array: " + index->to_short_str());
   }
   if (!TermManager::is_bv_type(element, &element_width)) {
     // The message names the index sort, as users of this printer know it.
-    throw error("unsupported element type for Array: " + index->to_str());
+    throw error("unsupported element type for Array: " + index->to_short_str());
   }
   return concat({"Array[", std::to_string(index_width), ":", std::to_string(element_width), "]"});
 }

@@ -113,7 +113,7 @@ void SmtLib1BenchmarkParser::assumption() {
   const Value value = terms_.parse();
   const DataType* sort = builder_.sort_of(value);
   if (sort != manager_.get_bool_type()) {
-    lexer_.error(position, "found a term of sort " + sort->to_str() + ", expected a formula");
+    lexer_.error(position, "found a term of sort " + sort->to_short_str() + ", expected a formula");
   }
   Command command = make_command(Command::Kind::assertion, attribute_position_);
   command.term = value.term;

@@ -133,7 +133,7 @@ const Term* SmtLib2CommandParser::read_boolean(std::string* name) {
   const Value value = terms_.parse(name);
   const DataType* sort = builder_.sort_of(value);
   if (sort != manager_.get_bool_type()) {
-    lexer_.error(position, "found a term of sort " + sort->to_str() + ", expected Bool");
+    lexer_.error(position, "found a term of sort " + sort->to_short_str() + ", expected Bool");
   }
   return value.term;
 }

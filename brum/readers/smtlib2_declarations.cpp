@@ -110,8 +110,8 @@ void SmtLib2CommandParser::read_body(Name& name, std::vector<const DataType*> pa
   const bool fits =
       sort == result || (sort == manager_.get_int_type() && result == manager_.get_real_type());
   if (!fits) {
-    lexer_.error(position,
-                 "found a term of sort " + sort->to_str() + ", expected " + result->to_str());
+    lexer_.error(position, "found a term of sort " + sort->to_short_str() + ", expected " +
+                               result->to_short_str());
   }
   if (has_parameters) {
     builder_.partial_operators().set_deferring(false);

@@ -273,8 +273,8 @@ Value SmtLib2TermParser::qualified_constant() {
   const Value value = symbol(token);
   const DataType* sort = c_.sorts.parse();
   if (c_.builder.sort_of(value) != sort) {
-    c_.lexer.error(position, "found a term of sort " + c_.builder.sort_of(value)->to_str() +
-                                 ", expected " + sort->to_str());
+    c_.lexer.error(position, "found a term of sort " + c_.builder.sort_of(value)->to_short_str() +
+                                 ", expected " + sort->to_short_str());
   }
   expect_right_bracket();
   return value;
@@ -297,7 +297,7 @@ void SmtLib2TermParser::open_qualified(TextPosition position) {
                                                         : frame.kind == Frame::Kind::definition &&
                                                               frame.definition->result_sort == sort;
   if (!fits) {
-    c_.lexer.error(place, "found " + std::string(name.text) + " as " + sort->to_str() +
+    c_.lexer.error(place, "found " + std::string(name.text) + " as " + sort->to_short_str() +
                               ", expected a function with this result");
   }
   expect_right_bracket();

@@ -152,9 +152,9 @@ Value TermStack::apply_function(const Symbol* function, std::span<const Value> a
     const bool fits = found == expected || (expected == builder_.manager().get_real_type() &&
                                             found == builder_.manager().get_int_type());
     if (!fits) {
-      throw TermManager::error("found " + found->to_str() + " as argument " +
+      throw TermManager::error("found " + found->to_short_str() + " as argument " +
                                std::to_string(i + 1) + " of " + function->name + ", expected " +
-                               expected->to_str());
+                               expected->to_short_str());
     }
     children_.push_back(arguments[i].term);
   }

@@ -1,6 +1,7 @@
 #include "brum/terms/data_type.h"
 #include "brum/utils/concat.h"
 
+#include <limits>
 #include <vector>
 
 namespace brum {
@@ -25,6 +26,15 @@ const DataType* shown_component(const DataType* sort, std::size_t position) {
 }  // namespace
 
 std::string DataType::to_str() const {
+  return to_str(std::numeric_limits<std::size_t>::max());
+}
+
+std::string DataType::to_short_str() const {
+  return to_str(std::size_t{64} * 1024);
+}
+
+/// Stops with " ..." once the text is longer than `limit` bytes and not at its end.
+std::string DataType::to_str(std::size_t limit) const {
   std::string text;
   std::vector<OpenSort> open;
   const DataType* next = this;
@@ -60,6 +70,9 @@ std::string DataType::to_str() const {
     }
     if (open.empty()) {
       return text;
+    }
+    if (text.size() > limit) {
+      return text += " ...";
     }
     text += ' ';
     next = shown_component(open.back().sort, open.back().written);

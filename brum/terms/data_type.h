@@ -42,6 +42,10 @@ class BRUM_EXPORT DataType {
   /// name, not quoted. The length of the text is that of the sort written out, without sharing.
   std::string to_str() const;
 
+  /// As to_str(), but a text that grows beyond 64 KiB ends there with " ...": for messages, as a
+  /// sort whose components are shared may be written out in exponentially many bytes.
+  std::string to_short_str() const;
+
  private:
   friend class SortTable;
   DataType(Kind kind, std::size_t width, const char* name, const DataType* const* components,
@@ -51,6 +55,8 @@ class BRUM_EXPORT DataType {
         name_(name),
         components_(components),
         num_components_(num_components) {}
+
+  std::string to_str(std::size_t limit) const;
 
   Kind kind_;
   std::size_t width_;

@@ -106,5 +106,24 @@ TEST(DataType, TextOfADeepSortNeedsNoStack) {
   });
 }
 
+TEST(DataType, ShortTextIsTheTextOfAReasonableSort) {
+  TermManager mgr;
+  const DataType* sort = mgr.make_array_type(mgr.make_bv_type(8), mgr.get_int_type());
+  EXPECT_EQ(sort->to_short_str(), "(Array (_ BitVec 8) Int)");
+}
+
+TEST(DataType, ShortTextOfAnExponentialSortIsCut) {
+  TermManager mgr;
+  const DataType* sort = mgr.get_int_type();
+  for (int i = 0; i < 60; ++i)
+    sort = mgr.make_array_type(sort, sort);
+  const std::string text = sort->to_short_str();
+  EXPECT_EQ(text.substr(0, 14), "(Array (Array ");
+  EXPECT_EQ(text.substr(text.size() - 4), " ...");
+  EXPECT_GT(text.size(), 65536U);
+  // What is begun when the limit is met: one more "Int" and brackets for each level.
+  EXPECT_LT(text.size(), 65536U + 3 + 60 + 8 * 60 + 4);
+}
+
 }  // namespace
 }  // namespace brum
