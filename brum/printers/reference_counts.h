@@ -74,14 +74,11 @@ inline bool ReferenceCounts::visit(const Term* term, bool is_referred_to) {
 template <class FirstVisit, class Done>
 void ReferenceCounts::add_term(const Term* term, const DefinitionMap* handled,
                                FirstVisit&& first_visit, Done&& done) {
-  bool at_root = true;
   const auto enter = [&](const Term* visited) {
-    const bool is_referred_to = !at_root;
-    at_root = false;
     if (handled != nullptr && handled->find(visited) != handled->end()) {
       return false;
     }
-    const bool is_new = visit(visited, is_referred_to);
+    const bool is_new = visit(visited, visited != term);  // nothing below a term refers to it
     if (is_new) {
       first_visit(visited);
     }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "brum/printers/text_piece.h"
 #include "brum/printers/write_text.h"
 #include "brum/utils/scope_exit.h"
 
@@ -13,6 +14,15 @@ namespace {
 /// So many terms before its turn a term's arguments are fetched into the cache, and the term itself
 /// as many terms before that: the order jumps about in the store.
 constexpr std::size_t prefetched = 8;
+
+/// Copies a text that mostly is a label, and mostly as long as the one in whose place it comes.
+inline void copy_label(std::string& to, const std::string& from) {
+  if (to.size() == from.size()) {
+    copy_text(to.data(), from.data(), from.size());
+  } else {
+    to = from;
+  }
+}
 }  // namespace
 
 void TermTexts::reserve(std::size_t num_terms) {
@@ -52,7 +62,7 @@ inline void TermTexts::borrow_texts(const Term* term, Texts& children,
   for (std::size_t i = term->symbol->arity; i-- > 0;) {
     const Term* argument = term->children[i];
     if (first_lent == pending_.begin() || std::prev(first_lent)->term != argument) {
-      children[i] = defs_.find(argument)->second;
+      copy_label(children[i], defs_.find(argument)->second);
       continue;
     }
     Pending& lent = *--first_lent;

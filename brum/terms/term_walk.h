@@ -24,29 +24,25 @@ class TermWalk {
   template <class Enter, class Leave>
   void run(const Term* root, Enter&& enter, Leave&& leave) {
     open_.clear();
-    if (!enter(root)) {
-      return;
-    }
-    OpenTerm top{root, 0};
-    for (;;) {
-      if (top.next == top.term->symbol->arity) {
-        leave(top.term);
-        if (open_.empty()) {
-          break;
-        }
-        top = open_.back();
-        open_.pop_back();
-        continue;
-      }
-      const Term* argument = top.term->children[top.next++];
-      if (enter(argument)) {
+    OpenTerm top{nullptr, 0};  // what is around the root
+    const Term* visited = root;
+    do {
+      if (enter(visited)) {
         open_.push_back(top);
-        top = {argument, 0};
-        for (const Term* next : argument->arguments()) {
+        top = {visited, 0};
+        for (const Term* next : visited->arguments()) {
           __builtin_prefetch(next);
         }
       }
-    }
+      while (top.term != nullptr && top.next == top.term->symbol->arity) {
+        leave(top.term);
+        top = open_.back();
+        open_.pop_back();
+      }
+      if (top.term != nullptr) {
+        visited = top.term->children[top.next++];
+      }
+    } while (top.term != nullptr);
     if (open_.capacity() > most_kept) {
       open_ = {};
     }
