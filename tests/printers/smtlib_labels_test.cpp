@@ -39,8 +39,8 @@ TEST(SmtLibLabels, DerivedPrintersMakeTheirOwn) {
   const Labelling printer(false, &mgr, "", "");
   EXPECT_EQ(printer.make_label("def_", x), "def_1");
   EXPECT_EQ(printer.make_label("s_", x), "s_1__");
-  EXPECT_EQ(printer.make_label(std::string(24, 's'), x), std::string(24, 's') + "1");
-  EXPECT_EQ(printer.make_label(std::string(25, 's'), x), std::string(25, 's') + "1");
+  EXPECT_EQ(printer.make_label("ssssssssssssssssssssssss", x), "ssssssssssssssssssssssss1");
+  EXPECT_EQ(printer.make_label("sssssssssssssssssssssssss", x), "sssssssssssssssssssssssss1");
 }
 
 TEST(SmtLibLabels, AreMadeOfPrefixAndId) {
