@@ -9,7 +9,8 @@ add_library(brum_fuzz_support STATIC EXCLUDE_FROM_ALL "${brum_fuzz_support}/term
                                                       "${brum_fuzz_support}/written_forms.cpp")
 target_link_libraries(brum_fuzz_support PUBLIC brum::brum PRIVATE brum_warnings)
 if(BRUM_LIBFUZZER)
-  # libFuzzer watches what an input reaches in the library, not what the targets themselves do.
+  # libFuzzer watches what an input reaches in the library, and in the targets themselves: the
+  # containers are templates, which exist nowhere else.
   target_compile_options(brum PRIVATE -fsanitize=fuzzer-no-link)
 endif()
 
@@ -19,6 +20,7 @@ foreach(source IN LISTS brum_fuzz_sources)
   add_executable(${name} "${source}")
   target_link_libraries(${name} PRIVATE brum_fuzz_support brum_warnings)
   if(BRUM_LIBFUZZER)
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer-no-link)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
   else()
     target_sources(${name} PRIVATE "${PROJECT_SOURCE_DIR}/fuzz/replay_main.cpp")
