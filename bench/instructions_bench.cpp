@@ -10,7 +10,6 @@
 #include <exception>
 #include <fstream>
 #include <iostream>
-#include <sstream>
 #include <string>
 
 #include "bench/brum_system.h"
@@ -19,6 +18,7 @@
 #include "bench/shapes.h"
 #include "brum/readers/script.h"
 #include "brum/readers/smtlib2_reader.h"
+#include "brum/utils/memory_stream.h"
 
 namespace brum::bench {
 
@@ -76,11 +76,11 @@ int run(int argc, char** argv) {
     std::cerr << "instructions_bench: no form " << form_name << '\n';
     return 2;
   }
-  std::ostringstream out;
+  MemoryStream out;
   counted_work(*form, out, system.manager, formula, logic_of(shape->shape));
-  std::cout << out.view().size() << '\n';
+  std::cout << out.text().size() << '\n';
   if (!file.empty()) {
-    std::ofstream(file, std::ios::binary) << out.view();
+    std::ofstream(file, std::ios::binary) << out.text();
   }
   return 0;
 }

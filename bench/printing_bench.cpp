@@ -25,6 +25,7 @@
 #include "bench/shapes.h"
 #include "brum/terms/term_index.h"
 #include "brum/terms/term_walk.h"
+#include "brum/utils/memory_stream.h"
 #ifdef BRUM_BENCH_Z3
 #include "bench/z3_system.h"
 #endif
@@ -145,41 +146,53 @@ void add_benchmark(const std::string& name, std::size_t nodes, const std::functi
   benchmark::RegisterBenchmark(name.c_str(), run)->Iterations(1)->Unit(benchmark::kMillisecond);
 }
 
-/// Prints every formula to a stream of its own, made by `Stream`, and gives the number of bytes.
-template <class Stream>
+/// Prints every formula to a `Sink` of its own and gives the number of bytes.
+template <class Sink>
 std::size_t print_all(const Subjects<BrumSystem>& subjects, const Form& form) {
   std::size_t bytes = 0;
   for (const auto& subject : subjects) {
-    Stream stream;
-    form.print(stream.out, subject->system.manager, subject->formula, subject->logic.c_str());
-    bytes += stream.size();
+    Sink sink;
+    form.print(sink.out, subject->system.manager, subject->formula, subject->logic.c_str());
+    bytes += sink.size();
   }
   return bytes;
 }
 
-struct MemoryStream {
+struct MemorySink {
+  MemoryStream out;
+  std::size_t size() const { return out.text().size(); }
+};
+
+struct StringSink {
   std::ostringstream out;
   std::size_t size() const { return out.view().size(); }
 };
 
-struct CountingStream {
+struct CountingSink {
   CountingBuffer buffer;
   std::ostream out{&buffer};
   std::size_t size() const { return buffer.count(); }
 };
 
 void add_form(const BrumSubjects& subjects, const Form& form, std::size_t nodes) {
-  const auto print = [=] { return print_all<MemoryStream>(*subjects, form); };
+  const auto print = [=] { return print_all<MemorySink>(*subjects, form); };
   const auto print_in_child = [=] {
-    benchmark::DoNotOptimize(print_all<CountingStream>(*subjects, form));
+    benchmark::DoNotOptimize(print_all<CountingSink>(*subjects, form));
   };
   add_benchmark(
       std::string("brumlin/") + std::string(form.name), nodes, [] {}, print, print_in_child, false);
 }
 
+/// What a std::ostringstream costs in place of this library's own stream.
+void add_string_stream(const BrumSubjects& subjects, std::size_t nodes) {
+  const auto print = [=] { return print_all<StringSink>(*subjects, *form_named("v2")); };
+  add_benchmark(
+      "brumlin/v2 to a std::ostringstream", nodes, [] {}, print, nullptr, false);
+}
+
 /// The bounds are for the text of version 2.
 void add_bounds(const BrumSubjects& subjects, std::size_t nodes) {
-  const std::size_t bytes = print_all<CountingStream>(*subjects, *form_named("v2"));
+  const std::size_t bytes = print_all<CountingSink>(*subjects, *form_named("v2"));
   const auto append = [=] { return append_tokens(bytes).size(); };
   const auto write = [=] {
     std::ostringstream stream;
@@ -213,6 +226,7 @@ void add_forms_and_bounds(Subjects<BrumSystem> subjects, std::size_t counted_nod
   for (const Form& form : forms()) {
     add_form(shared, form, counted_nodes);
   }
+  add_string_stream(shared, counted_nodes);
   add_bounds(shared, counted_nodes);
 }
 
@@ -246,7 +260,7 @@ void add_folder(const std::string& folder) {
   for (const std::string& path : paths) {
     try {
       auto subject = read_subject<BrumSystem>(path);
-      CountingStream unheard;
+      CountingSink unheard;
       for (const Form& form : forms()) {
         form.print(unheard.out, subject->system.manager, subject->formula, "ALL");
       }

@@ -17,5 +17,6 @@
 #include "brum/utils/exception.h"
 #include "brum/utils/hash_containers.h"
 #include "brum/utils/memory_pool.h"
+#include "brum/utils/memory_stream.h"
 
 #endif  // BRUM_BRUM_H

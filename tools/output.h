@@ -6,8 +6,8 @@
 #include <ostream>
 #include <string>
 
-#include "brum/printers/text_stream.h"
 #include "brum/utils/exception.h"
+#include "brum/utils/memory_stream.h"
 
 namespace brum::tools {
 
@@ -42,7 +42,7 @@ class Output {
   std::string path_;
   std::string temporary_;  // the file being written, empty when there is none
   std::ofstream file_;
-  TextStream text_;
+  MemoryStream text_;
 };
 
 }  // namespace brum::tools

@@ -12,11 +12,12 @@
 #include "brum/printers/definition_rule.h"
 #include "brum/printers/term_printer.h"
 #include "brum/printers/text_stream.h"
+#include "brum/utils/large_memory.h"
 
 namespace brum {
 
 /// Terms to be handled one after another: each after its arguments, these from left to right.
-using TermOrder = std::vector<const Term*>;
+using TermOrder = std::vector<const Term*, LargeArrayAllocator<const Term*>>;
 
 /// What becomes of an inline text in the definition map once the one text that refers to it is
 /// written.

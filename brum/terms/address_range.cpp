@@ -3,15 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 
-#if defined(__has_feature)
-#if __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer)
-#define BRUM_SANITIZER_LAYS_OUT_MEMORY
-#endif
-#elif defined(__SANITIZE_THREAD__)
-#define BRUM_SANITIZER_LAYS_OUT_MEMORY
-#endif
+#include "brum/utils/sanitizers.h"
 
-#if defined(__linux__) && defined(__LP64__) && !defined(BRUM_SANITIZER_LAYS_OUT_MEMORY)
+#if defined(__linux__) && defined(__LP64__) && !BRUM_THREAD_SANITIZER && !BRUM_MEMORY_SANITIZER
 #define BRUM_HAS_FIXED_ADDRESSES
 #include <sys/mman.h>
 #endif

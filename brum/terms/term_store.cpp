@@ -1,7 +1,6 @@
 #include "brum/terms/term_store.h"
 
 #include <algorithm>
-#include <new>
 
 namespace brum {
 
@@ -9,7 +8,7 @@ namespace {
 
 constexpr std::size_t smallest_table = 64;
 constexpr std::size_t smallest_chunk = std::size_t{1} << 12U;
-constexpr std::size_t largest_chunk = std::size_t{1} << 20U;
+constexpr std::size_t largest_chunk = huge_page_bytes;
 
 std::uint64_t word(const void* address) {
   return reinterpret_cast<std::uintptr_t>(address);
@@ -95,8 +94,8 @@ void TermStore::make_room_in_table() {
     return;
   }
   const std::size_t new_size = std::max(smallest_table, slots_.size() * 2);
-  std::vector<const Term*> old_slots(new_size);
-  std::vector<std::uint8_t> old_marks(new_size);
+  Array<const Term*> old_slots(new_size);
+  Array<std::uint8_t> old_marks(new_size);
   old_slots.swap(slots_);
   old_marks.swap(marks_);
   old_slots = {};
@@ -106,7 +105,7 @@ void TermStore::make_room_in_table() {
   for (const Chunk& chunk : chunks_) {
     for (std::size_t offset = 0; offset < chunk.used;) {
       const auto* term =
-          reinterpret_cast<const Term*>(chunk.bytes.get() + offset + sizeof(std::uint64_t));
+          reinterpret_cast<const Term*>(chunk.memory.begin() + offset + sizeof(std::uint64_t));
       fill(first_empty_slot(term), term);
       offset += bytes_of(term->symbol->arity);
     }
@@ -114,13 +113,11 @@ void TermStore::make_room_in_table() {
 }
 
 TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
-  if (chunks_.empty() || chunks_.back().capacity - chunks_.back().used < bytes) {
-    const std::size_t usual =
-        chunks_.empty() ? smallest_chunk : std::min(chunks_.back().capacity * 2, largest_chunk);
-    Chunk chunk;
-    chunk.capacity = std::max(usual, bytes);
-    chunk.bytes = std::make_unique_for_overwrite<std::byte[]>(chunk.capacity);
-    chunks_.push_back(std::move(chunk));
+  if (chunks_.empty() || chunks_.back().memory.size() - chunks_.back().used < bytes) {
+    const std::size_t usual = chunks_.empty()
+                                  ? smallest_chunk
+                                  : std::min(chunks_.back().memory.size() * 2, largest_chunk);
+    chunks_.push_back({LargeBlock(std::max(usual, bytes)), 0});
   }
   return chunks_.back();
 }
@@ -133,7 +130,7 @@ const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> 
   }
   const std::size_t bytes = bytes_of(arguments.size());
   Chunk& chunk = chunk_with_room(bytes);
-  std::byte* place = chunk.bytes.get() + chunk.used;
+  std::byte* place = chunk.memory.begin() + chunk.used;
   new (place) std::uint64_t(0);
   Term* term = new (place + sizeof(std::uint64_t)) Term(size_ + 1, symbol);
   std::copy(arguments.begin(), arguments.end(), static_cast<const Term**>(term->children));
@@ -156,7 +153,7 @@ void TermStore::roll_back(std::size_t old_size) noexcept {
     std::size_t kept = chunk.used;
     for (std::size_t offset = 0; offset < chunk.used;) {
       const auto* term =
-          reinterpret_cast<const Term*>(chunk.bytes.get() + offset + sizeof(std::uint64_t));
+          reinterpret_cast<const Term*>(chunk.memory.begin() + offset + sizeof(std::uint64_t));
       if (term->id > old_size) {
         kept = std::min(kept, offset);
         empty_slot_of(term);

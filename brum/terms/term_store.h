@@ -3,12 +3,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <span>
 #include <vector>
 
 #include "brum/terms/term.h"
 #include "brum/utils/export.h"
+#include "brum/utils/large_memory.h"
 
 namespace brum {
 
@@ -42,9 +42,8 @@ class BRUM_EXPORT TermStore {
  private:
   /// A block of terms; `used` bytes of it are taken.
   struct Chunk {
-    std::unique_ptr<std::byte[]> bytes;
+    LargeBlock memory;
     std::size_t used = 0;
-    std::size_t capacity = 0;
   };
 
   static std::uint64_t* count_of_uses(const Term* term);
@@ -65,9 +64,12 @@ class BRUM_EXPORT TermStore {
   void make_room_in_table();
   Chunk& chunk_with_room(std::size_t bytes);
 
+  template <class T>
+  using Array = std::vector<T, LargeArrayAllocator<T>>;
+
   std::vector<Chunk> chunks_;
-  std::vector<const Term*> slots_;   // the unique table; its length is 0 or a power of two
-  std::vector<std::uint8_t> marks_;  // per slot some bits of the hash; 0 where it is empty
+  Array<const Term*> slots_;   // the unique table; its length is 0 or a power of two
+  Array<std::uint8_t> marks_;  // per slot some bits of the hash; 0 where it is empty
   std::size_t size_ = 0;
 };
 

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "brum/terms/term.h"
+#include "brum/utils/large_memory.h"
 
 namespace brum {
 
@@ -58,7 +59,7 @@ class TermWalk {
   /// Memory for more open terms than this is given back after the walk.
   static constexpr std::size_t most_kept = 4096;
 
-  std::vector<OpenTerm> open_;  // all but the innermost
+  std::vector<OpenTerm, LargeArrayAllocator<OpenTerm>> open_;  // all but the innermost
 };
 
 }  // namespace brum

@@ -3,6 +3,7 @@
 
 #include "brum/utils/export.h"
 #include "brum/utils/hash.h"
+#include "brum/utils/large_memory.h"
 #include "brum/utils/memory_pool.h"
 
 #include <cstddef>
@@ -103,6 +104,7 @@ class Hashtable {
 
  private:
   using Pool = MemoryPool<sizeof(Bucket), false>;
+  using Heads = std::vector<Bucket*, LargeArrayAllocator<Bucket*>>;
   static_assert(alignof(Bucket) <= alignof(void*), "the blocks of the pool are aligned to 8 bytes");
 
   template <bool Const>
@@ -193,6 +195,14 @@ class Hashtable {
   void rehash(std::size_t n);
 
   /**
+   * Makes room for `n` values at once, those in the table included: buckets for all of them, and
+   * larger chunks of nodes for those to come. On std::bad_alloc see the class.
+   */
+  void reserve(std::size_t n) {
+    rehash(n / 7 * 10 + 10);  // tables grow at a load of 0.7
+  }
+
+  /**
    * Copies `value` into a node of the pool, which is not linked into the table: that is left to the
    * caller. Throws std::bad_alloc and what copying throws.
    */
@@ -270,21 +280,21 @@ class Hashtable {
    * Fetches the first node of a chain that is soon to come into the cache, in a pass over all
    * chains that is at `index`: neighbouring chains lie far apart.
    */
-  static void prefetch_node(const std::vector<Bucket*>& heads, std::size_t index) noexcept {
+  static void prefetch_node(const Heads& heads, std::size_t index) noexcept {
     constexpr std::size_t distance = 8;
     if (index + distance < heads.size()) {
       __builtin_prefetch(heads[index + distance]);
     }
   }
 
-  void drop_chains(std::vector<Bucket*>& heads) noexcept;
+  void drop_chains(Heads& heads) noexcept;
   void destroy_chains() noexcept;
-  void relink(std::vector<Bucket*>& old_heads);
+  void relink(Heads& old_heads);
 
   Pool pool;
   [[no_unique_address]] Hash hasher;
   [[no_unique_address]] Eq equal;
-  std::vector<Bucket*> buckets;
+  Heads buckets;
   std::uint64_t num_values = 0;
   BucketCount counts;  // of `buckets`
 };
@@ -344,7 +354,7 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::rehash(std::size_t n) {
                              // for the right one
   }
   const std::size_t new_count = choose_bucket_count(n);
-  std::vector<Bucket*> old_buckets;
+  Heads old_buckets;
   old_buckets.swap(buckets);
   try {
     buckets.resize(new_count, nullptr);
@@ -365,7 +375,7 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::rehash(std::size_t n) {
  * iteration.
  */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
-void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(std::vector<Bucket*>& old_heads) {
+void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(Heads& old_heads) {
   for (std::size_t i = 0; i < old_heads.size(); ++i) {
     prefetch_node(old_heads, i);
     Bucket*& head = old_heads[i];
@@ -383,7 +393,7 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(std::vector<Bucket*>& old_h
  * Destroys every value of these chains, gives the nodes back to the pool and leaves the heads null.
  */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
-void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(std::vector<Bucket*>& heads) noexcept {
+void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(Heads& heads) noexcept {
   for (Bucket*& head : heads) {
     while (head != nullptr) {
       Bucket* const node = head;
@@ -415,7 +425,7 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::clear(bool reset_buckets) {
     num_values = 0;
   }
   if (reset_buckets) {
-    std::vector<Bucket*> fresh(counts.count(), nullptr);
+    Heads fresh(counts.count(), nullptr);
     buckets.swap(fresh);
   }
 }

@@ -7,15 +7,9 @@
 #include <limits>
 #include <new>
 
-#if defined(__SANITIZE_ADDRESS__)
-#define BRUM_POOL_POISONS_BLOCKS 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define BRUM_POOL_POISONS_BLOCKS 1
-#endif
-#endif
+#include "brum/utils/sanitizers.h"
 
-#ifdef BRUM_POOL_POISONS_BLOCKS
+#if BRUM_ADDRESS_SANITIZER
 #include <sanitizer/asan_interface.h>
 #endif
 
@@ -81,7 +75,7 @@ class MemoryPool {
     }
     void* const block = free_list;
     free_list = link_of(block);
-#ifdef BRUM_POOL_POISONS_BLOCKS
+#if BRUM_ADDRESS_SANITIZER
     ASAN_UNPOISON_MEMORY_REGION(block, Size);
 #endif
     return block;
@@ -94,7 +88,7 @@ class MemoryPool {
   void give_back(void* block) noexcept {
     set_link(block, free_list);
     free_list = block;
-#ifdef BRUM_POOL_POISONS_BLOCKS
+#if BRUM_ADDRESS_SANITIZER
     ASAN_POISON_MEMORY_REGION(static_cast<char*>(block) + sizeof(void*), Size - sizeof(void*));
 #endif
   }

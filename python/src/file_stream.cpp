@@ -76,7 +76,7 @@ void FileBuffer::send(bool at_end) {
   write_(text);
 }
 
-py::str to_text(const std::string& bytes) {
+py::str to_text(std::string_view bytes) {
   auto text = py::reinterpret_steal<py::str>(PyUnicode_DecodeUTF8(
       bytes.data(), static_cast<py::ssize_t>(bytes.size()), "surrogateescape"));
   if (!text) {

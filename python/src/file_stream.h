@@ -4,6 +4,7 @@
 #include <ostream>
 #include <streambuf>
 #include <string>
+#include <string_view>
 
 #include "handles.h"
 
@@ -46,7 +47,7 @@ class FileStream : public std::ostream {
 };
 
 /// Decodes a text as FileBuffer does.
-py::str to_text(const std::string& bytes);
+py::str to_text(std::string_view bytes);
 
 }  // namespace brum::python
 

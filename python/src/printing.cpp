@@ -1,9 +1,10 @@
 #include <pybind11/stl.h>
 
-#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "brum/utils/memory_stream.h"
 #include "file_stream.h"
 #include "options.h"
 
@@ -14,10 +15,9 @@ namespace {
 /// Gives what `print` writes as a Python str.
 template <class Print>
 py::str text_of(const Print& print) {
-  std::ostringstream out;
-  out.exceptions(std::ios_base::badbit);
+  MemoryStream out;
   print(out);
-  return to_text(std::move(out).str());
+  return to_text(out.text());
 }
 
 void write_check_sat(std::ostream& out, const Options& options) {
@@ -63,12 +63,11 @@ py::str single_text(const TermHandle& self, int version, bool newlines, py::hand
   options.version = version;
   const auto kept = to_attributes(self.manager, attributes);
   const auto printer = make_printer(*self.manager, options, *kept);
-  std::ostringstream out;
-  out.exceptions(std::ios_base::badbit);
+  MemoryStream out;
   printer->print_term(out, self.term, newlines);
-  std::string text = std::move(out).str();
-  if (!text.empty() && text.back() == '\n') {
-    text.pop_back();
+  std::string_view text = out.text();
+  if (text.ends_with('\n')) {
+    text.remove_suffix(1);
   }
   return to_text(text);
 }

@@ -15,7 +15,7 @@ from pathlib import Path
 SHAPES = ('chain', 'ladder', 'tree', 'dag', 'bit-vectors')
 PRINTED = (*SHAPES, 'files')
 KINDS = ('clauses', 'lets', 'definitions', 'bit-vectors')
-FORMS = ('v1', 'v2', 'define-fun', 'terms', 'trace', 'let-trace')
+FORMS = ('v1', 'v2', 'v2 to a std::ostringstream', 'define-fun', 'terms', 'trace', 'let-trace')
 
 
 class Results:

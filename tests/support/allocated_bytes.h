@@ -5,8 +5,8 @@
 
 namespace brum::testing {
 
-/// The number of bytes of the heap that are in use, by the count of the allocator in charge: that
-/// of the C library, or of AddressSanitizer.
+/// The number of bytes that are allocated, by the count of the sanitizer in charge; without one,
+/// the number of bytes of the program's address space, which is more and grows in steps.
 std::size_t allocated_bytes();
 
 }  // namespace brum::testing

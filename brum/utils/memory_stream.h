@@ -1,0 +1,53 @@
+#ifndef BRUM_UTILS_MEMORY_STREAM_H
+#define BRUM_UTILS_MEMORY_STREAM_H
+
+#include <cstddef>
+#include <ostream>
+#include <streambuf>
+#include <string_view>
+
+#include "brum/utils/export.h"
+#include "brum/utils/large_memory.h"
+
+namespace brum {
+
+/// A stream buffer that keeps what is written in one block of memory, which grows without copying
+/// once it is large.
+class BRUM_EXPORT MemoryBuffer : public std::streambuf {
+ public:
+  /// All that was written; valid until more is.
+  std::string_view text() const { return {pbase(), static_cast<std::size_t>(pptr() - pbase())}; }
+
+ private:
+  int_type overflow(int_type byte) override;
+  std::streamsize xsputn(const char* bytes, std::streamsize count) override;
+
+  void make_room(std::size_t bytes);
+  void move_end(std::size_t bytes) noexcept;
+
+  LargeBlock memory_;  // the put area
+};
+
+/// An output stream into memory: what std::ostringstream is, and faster for long texts. Throws
+/// std::bad_alloc where memory ends instead of setting a bit.
+///
+///     MemoryStream out;
+///     printer.print_formula(out, formula);
+///     use(out.text());
+class BRUM_EXPORT MemoryStream : public std::ostream {
+ public:
+  MemoryStream() : std::ostream(nullptr) {
+    rdbuf(&buffer_);
+    exceptions(std::ios_base::badbit);
+  }
+
+  /// All that was written; valid until more is.
+  std::string_view text() const { return buffer_.text(); }
+
+ private:
+  MemoryBuffer buffer_;
+};
+
+}  // namespace brum
+
+#endif  // BRUM_UTILS_MEMORY_STREAM_H

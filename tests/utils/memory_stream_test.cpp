@@ -1,0 +1,93 @@
+#include "brum/utils/memory_stream.h"
+
+#include <gtest/gtest.h>
+
+#include <ios>
+#include <limits>
+#include <new>
+#include <string>
+#include <string_view>
+
+#include "tests/support/failing_memory.h"
+
+namespace brum {
+namespace {
+
+TEST(MemoryStream, KeepsWhatIsWritten) {
+  MemoryStream out;
+  EXPECT_EQ(out.text(), "");
+  out.write("", 0);  // before there is any memory
+  EXPECT_EQ(out.text(), "");
+  out << "a" << 12 << 'c';
+  out.put('d');
+  out.write("e\0f", 3);
+  EXPECT_EQ(out.text(), std::string_view("a12cde\0f", 8));
+}
+
+TEST(MemoryStream, TakesSingleBytesWithoutNumber) {
+  MemoryStream out;
+  std::string expected;
+  for (int i = 0; i < 5'000; ++i) {
+    const auto byte = static_cast<char>('a' + i % 26);
+    out.put(byte);
+    expected += byte;
+  }
+  EXPECT_EQ(out.text(), expected);
+}
+
+TEST(MemoryStream, EndsWithoutAnErrorAtTheEndOfAnotherStream) {
+  MemoryStream out;
+  out << "a";
+  EXPECT_EQ(out.rdbuf()->pubsync(), 0);
+  EXPECT_TRUE(out.flush().good());
+  EXPECT_EQ(out.text(), "a");
+}
+
+// From the C library's memory to the system's own pages and on, by pieces of every size.
+TEST(MemoryStream, GrowsBeyondHugePages) {
+  MemoryStream out;
+  std::string expected;
+  for (std::size_t length = 0; length < 6'000; ++length) {
+    const std::string piece(length, static_cast<char>('a' + length % 26));
+    out << piece << '.';
+    expected += piece;
+    expected += '.';
+  }
+  ASSERT_GT(expected.size(), std::size_t{16} << 20U);
+  EXPECT_TRUE(out.text() == expected);
+  out << expected;
+  EXPECT_TRUE(out.text() == expected + expected);
+}
+
+TEST(MemoryStream, ThrowsWhereMemoryEnds) {
+  MemoryStream out;
+  out << "kept";
+  const std::string large(10'000, 'x');
+  bool threw = false;
+  {
+    const testing::MemoryFault fault(1);
+    try {
+      out << large;
+    } catch (const std::bad_alloc&) {
+      threw = true;
+    }
+  }
+  EXPECT_TRUE(threw);
+  EXPECT_TRUE(out.bad());
+  EXPECT_EQ(out.text(), "kept");
+  out.clear();
+  out << large;
+  EXPECT_EQ(out.text(), "kept" + large);
+}
+
+TEST(MemoryStream, RefusesMoreThanThereCanBe) {
+  MemoryStream out;
+  out << "kept";
+  const std::streamsize most = std::numeric_limits<std::streamsize>::max();
+  EXPECT_THROW(out.rdbuf()->sputn("", most), std::bad_alloc);
+  EXPECT_THROW(out.rdbuf()->sputn("", most / 4), std::bad_alloc);
+  EXPECT_EQ(out.text(), "kept");
+}
+
+}  // namespace
+}  // namespace brum
