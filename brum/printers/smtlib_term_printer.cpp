@@ -34,14 +34,14 @@ void SmtLibTermPrinter::name_distinguished_symbols() {
       {mgr->get_floor_symbol(), "to_int"},
   };
   for (const auto& [symbol, name] : names) {
-    symbol_names[symbol] = name;
+    symbol_names.insert_absent(symbol, name);
   }
 }
 
 void SmtLibTermPrinter::name_operators() {
   for (const OperatorName& entry : operator_names) {
     if (!entry.indexed) {
-      tag_names[entry.tag] = entry.name;
+      tag_names.insert_absent(entry.tag, std::string(entry.name));
     }
   }
 }
