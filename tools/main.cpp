@@ -1,4 +1,5 @@
 #include <csignal>
+#include <cstdio>
 #include <iostream>
 
 #include "batch.h"
@@ -8,23 +9,42 @@
 #include "progress_bar.h"
 #include "terminal.h"
 
-int main(int argc, char** argv) {
-  using namespace brum::tools;
-  // A reader of our output that goes away is an error to report, not a reason to die silently.
-  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
-  // So is a file that may grow no more.
-  static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+namespace brum::tools {
+
+namespace {
+
+ExitStatus run(int argc, char** argv) {
   end_in_order_without_memory_for_numbers();
   std::ios::sync_with_stdio(false);
   ExitStatus status = ExitStatus::done;
   const auto line = parse_command_line(argc, argv, status);
   if (!line) {
-    return static_cast<int>(status);
+    return status;
   }
   const Terminal terminal = terminal_of_messages();
   if (line->is_batch()) {
-    return static_cast<int>(run_batch(*line, terminal));
+    return run_batch(*line, terminal);
   }
   ProgressBar bar(terminal, std::cerr);
-  return static_cast<int>(convert(*line, terminal, bar));
+  return convert(*line, terminal, bar);
+}
+
+}  // namespace
+
+}  // namespace brum::tools
+
+int main(int argc, char** argv) {
+  using brum::tools::ExitStatus;
+  // A reader of our output that goes away is an error to report, not a reason to die silently.
+  static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
+  // So is a file that may grow no more.
+  static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+  try {
+    return static_cast<int>(brum::tools::run(argc, argv));
+  } catch (...) {
+    // Whatever goes wrong with a file is reported where it does: here there is no memory even for
+    // the options.
+    static_cast<void>(std::fputs("brumlin: error: out of memory\n", stderr));
+    return static_cast<int>(ExitStatus::io_error);
+  }
 }

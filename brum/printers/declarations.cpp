@@ -7,7 +7,7 @@ namespace brum {
 
 namespace {
 /// So many symbols before its turn a symbol is fetched into the cache: the set's order jumps about.
-constexpr std::size_t prefetched = 16;
+constexpr std::size_t symbols_ahead = 16;
 }  // namespace
 
 void print_declarations(TermPrinter& printer, std::ostream& out,
@@ -18,8 +18,8 @@ void print_declarations(TermPrinter& printer, std::ostream& out,
   }
   const std::vector<const Symbol*> order(symbols.begin(), symbols.end());
   for (std::size_t i = 0; i < order.size(); ++i) {
-    if (i + prefetched < order.size()) {
-      __builtin_prefetch(order[i + prefetched]);
+    if (i + symbols_ahead < order.size()) {
+      __builtin_prefetch(order[i + symbols_ahead]);
     }
     printer.print_symbol_declaration(out, order[i]);
   }
