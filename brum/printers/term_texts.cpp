@@ -26,7 +26,7 @@ inline void copy_label(std::string& to, const std::string& from) {
 }  // namespace
 
 void TermTexts::reserve(std::size_t num_terms) {
-  defs_.reserve(num_terms);
+  defs_.rehash(num_terms / 7 * 10 + 10);  // tables grow at a load of 0.7
 }
 
 const std::string& TermTexts::write(const Term* term, std::span<const Term* const> order) {

@@ -195,14 +195,6 @@ class Hashtable {
   void rehash(std::size_t n);
 
   /**
-   * Makes room for `n` values at once, those in the table included: buckets for all of them, and
-   * larger chunks of nodes for those to come. On std::bad_alloc see the class.
-   */
-  void reserve(std::size_t n) {
-    rehash(n / 7 * 10 + 10);  // tables grow at a load of 0.7
-  }
-
-  /**
    * Copies `value` into a node of the pool, which is not linked into the table: that is left to the
    * caller. Throws std::bad_alloc and what copying throws.
    */

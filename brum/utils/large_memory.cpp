@@ -1,7 +1,6 @@
 #include "brum/utils/large_memory.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 #include "brum/utils/sanitizers.h"
@@ -74,7 +73,7 @@ void ask_for_huge_pages(void* block, std::size_t bytes) noexcept {
 
 void* allocate_large(std::size_t bytes) noexcept {
   if (!is_mapped(bytes)) {
-    return std::malloc(bytes);
+    return ::operator new(bytes, std::nothrow);
   }
   void* const block = map_aligned(bytes);
   if (block != nullptr) {
@@ -103,7 +102,7 @@ void* grow_large(void* block, std::size_t old_bytes, std::size_t bytes) noexcept
 
 void free_large(void* block, std::size_t bytes) noexcept {
   if (!is_mapped(bytes)) {
-    std::free(block);
+    ::operator delete(block);
   } else if (block != nullptr) {
     ::munmap(block, mapped_bytes(bytes));
   }
@@ -112,7 +111,7 @@ void free_large(void* block, std::size_t bytes) noexcept {
 #else
 
 void* allocate_large(std::size_t bytes) noexcept {
-  return std::malloc(bytes);
+  return ::operator new(bytes, std::nothrow);
 }
 
 void* grow_large(void* block, std::size_t old_bytes, std::size_t bytes) noexcept {
@@ -120,7 +119,7 @@ void* grow_large(void* block, std::size_t old_bytes, std::size_t bytes) noexcept
 }
 
 void free_large(void* block, std::size_t /*bytes*/) noexcept {
-  std::free(block);
+  ::operator delete(block);
 }
 
 #endif

@@ -18,7 +18,7 @@ inline constexpr std::size_t huge_page_bytes = std::size_t{1} << 21U;
 /// A block of `huge_page_bytes` or more is the system's own, begins at a multiple of that number,
 /// and the system is asked to put huge pages under it: a formula of a million terms then takes some
 /// dozens of page faults instead of many thousands, and a walk that jumps about in it misses fewer
-/// address translations. Smaller blocks come from `std::malloc`, and so do all where the system
+/// address translations. Smaller blocks come from `operator new`, and so do all where the system
 /// knows no huge pages.
 BRUM_EXPORT void* allocate_large(std::size_t bytes) noexcept;
 

@@ -16,16 +16,15 @@ namespace brum {
 class BRUM_EXPORT MemoryBuffer : public std::streambuf {
  public:
   /// All that was written; valid until more is.
-  std::string_view text() const { return {pbase(), static_cast<std::size_t>(pptr() - pbase())}; }
+  std::string_view text() const;
 
  private:
   int_type overflow(int_type byte) override;
   std::streamsize xsputn(const char* bytes, std::streamsize count) override;
 
   void make_room(std::size_t bytes);
-  void move_end(std::size_t bytes) noexcept;
 
-  LargeBlock memory_;  // the put area
+  LargeBlock memory_;  // the text, then the put area
 };
 
 /// An output stream into memory: what std::ostringstream is, and faster for long texts. Throws

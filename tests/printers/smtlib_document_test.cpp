@@ -34,6 +34,23 @@ struct SharedSum {
   const Term* formula = mgr.make_and(below, above);
 };
 
+TEST(SmtLibDocument, ManySymbolsAreEachDeclaredOnce) {
+  TermManager mgr;
+  const Term* all = mgr.make_true();
+  for (int i = 0; i < 100; ++i) {
+    const std::string number = std::to_string(i);
+    all = mgr.make_and(all, make_bool(mgr, "p" + number));
+  }
+  SmtLibTermPrinter printer(false, &mgr, "QF_UF", "sat");
+  const std::string text = document(printer, all);
+  for (int i = 0; i < 100; ++i) {
+    const std::string line = "(declare-fun p" + std::to_string(i) + " () Bool)\n";
+    const std::size_t place = text.find(line);
+    EXPECT_NE(place, std::string::npos) << line;
+    EXPECT_EQ(text.find(line, place + 1), std::string::npos) << line;
+  }
+}
+
 TEST(SmtLibDocument, Version1OfTheSharedSum) {
   SharedSum f;
   SmtLibTermPrinter printer(true, &f.mgr, "QF_LRA", "sat");

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "brum/utils/sanitizers.h"
+#include "tests/support/allocated_bytes.h"
 #include "tests/support/failing_memory.h"
 
 namespace brum {
@@ -71,6 +72,7 @@ TEST(LargeMemory, MovesWithItsOwner) {
   fill(first, 0);
   const std::byte* const place = first.begin();
   LargeBlock second(std::move(first));
+  EXPECT_EQ(first.size(), 0U);
   EXPECT_EQ(second.begin(), place);
   EXPECT_EQ(second.size(), 10U);
   LargeBlock third(3 * huge_page_bytes);
@@ -101,6 +103,19 @@ TEST(LargeMemory, StaysAsItWasWhereMemoryEnds) {
   EXPECT_TRUE(threw);
 }
 
+TEST(LargeMemory, GivesBackAllThatItTook) {
+  const auto use_some = [] {
+    for (std::size_t i = 0; i < 100; ++i) {
+      LargeBlock block(huge_page_bytes + i * 10'000);
+      block.grow(2 * block.size());
+    }
+  };
+  use_some();
+  const std::size_t before = testing::allocated_bytes();
+  use_some();
+  EXPECT_LE(testing::allocated_bytes(), before + huge_page_bytes);
+}
+
 TEST(LargeMemory, ServesVectors) {
   std::vector<std::uint64_t, LargeArrayAllocator<std::uint64_t>> numbers;
   for (std::uint64_t i = 0; i < 1'000'000; ++i) {
@@ -119,6 +134,8 @@ TEST(LargeMemory, ServesVectors) {
   EXPECT_TRUE(allocator == LargeArrayAllocator<std::uint64_t>(other));
   EXPECT_THROW(allocator.allocate(half_of_all), std::bad_alloc);
   EXPECT_THROW(allocator.allocate(half_of_all / sizeof(std::uint64_t)), std::bad_alloc);
+  constexpr std::size_t most = std::numeric_limits<std::size_t>::max() / sizeof(std::uint64_t);
+  EXPECT_THROW(allocator.allocate(most + 2), std::bad_alloc);  // 8 bytes, modulo 2^64
 }
 
 #if defined(__linux__) && !BRUM_ADDRESS_SANITIZER && !BRUM_THREAD_SANITIZER

@@ -43,7 +43,7 @@ TEST(MemoryStream, EndsWithoutAnErrorAtTheEndOfAnotherStream) {
   EXPECT_EQ(out.text(), "a");
 }
 
-// From the C library's memory to the system's own pages and on, by pieces of every size.
+// From the heap to the system's own pages and on, by pieces of every size.
 TEST(MemoryStream, GrowsBeyondHugePages) {
   MemoryStream out;
   std::string expected;
@@ -57,6 +57,15 @@ TEST(MemoryStream, GrowsBeyondHugePages) {
   EXPECT_TRUE(out.text() == expected);
   out << expected;
   EXPECT_TRUE(out.text() == expected + expected);
+}
+
+TEST(MemoryStream, GrowsInLeaps) {
+  MemoryStream out;
+  const testing::MemoryFault none(std::numeric_limits<std::size_t>::max());
+  for (int i = 0; i < 100'000; ++i) {
+    out.put('x');
+  }
+  EXPECT_LE(none.allocations(), 10U);
 }
 
 TEST(MemoryStream, ThrowsWhereMemoryEnds) {
