@@ -75,6 +75,16 @@ bool SmtLib2TermParser::close() {
   if (fold_numbers())
     return true;
   Frame& frame = frames_.back();
+  switch (frame.kind) {
+    case Frame::Kind::operation:
+    case Frame::Kind::function:
+    case Frame::Kind::definition:
+      break;
+    case Frame::Kind::let_binding:
+    case Frame::Kind::let_body:
+    case Frame::Kind::annotated:
+      c_.lexer.error_expected("a term");
+  }
   try {
     end_application(build_application(frame, arguments()));
   } catch (const ReadError&) {
@@ -86,18 +96,10 @@ bool SmtLib2TermParser::close() {
 }
 
 Value SmtLib2TermParser::build_application(Frame& frame, std::span<Value> arguments) {
-  switch (frame.kind) {
-    case Frame::Kind::operation:
-    case Frame::Kind::function:
-      return build(frame, arguments);
-    case Frame::Kind::definition:
-      return c_.definitions.apply(*frame.definition, frame.name->text, arguments);
-    case Frame::Kind::let_binding:
-    case Frame::Kind::let_body:
-    case Frame::Kind::annotated:
-      break;
+  if (frame.kind == Frame::Kind::definition) {
+    return c_.definitions.apply(*frame.definition, frame.name->text, arguments);
   }
-  c_.lexer.error_expected("a term");
+  return build(frame, arguments);
 }
 
 }  // namespace brum

@@ -97,6 +97,9 @@ TEST(ReaderErrors, BrokenTerms) {
   expect_errors({
       {"(assert)", "1:8: error: found ')', expected a term"},
       {"(assert", "1:8: error: found the end of the input, expected a term"},
+      {"(assert (let ((y true)) )", "1:25: error: found ')', expected a term"},
+      {"(assert (let ((y (let ((z )", "1:27: error: found ')', expected a term"},
+      {"(assert (! )", "1:12: error: found ')', expected a term"},
       {"(assert (and true", "1:18: error: found the end of the input, expected a term or ')'"},
       {"(assert ())", "1:10: error: found ')', expected an operator, a function, let, ! or _"},
       {"(assert (3 4))",
