@@ -87,8 +87,6 @@ bool SmtLib2TermParser::close() {
   }
   try {
     end_application(build_application(frame, arguments()));
-  } catch (const ReadError&) {
-    throw;
   } catch (const Exception& error) {
     c_.lexer.error(frame.position, error.what());
   }

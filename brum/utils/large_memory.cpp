@@ -90,14 +90,12 @@ void* grow_large(void* block, std::size_t old_bytes, std::size_t bytes) noexcept
   if (place == nullptr) {
     return nullptr;
   }
-  // The pages move, not their bytes; the new mapping gives way to them.
-  if (::mremap(block, mapped_bytes(old_bytes), mapped_bytes(bytes), MREMAP_MAYMOVE | MREMAP_FIXED,
-               place) == MAP_FAILED) {
-    ::munmap(place, mapped_bytes(bytes));
-    return nullptr;
-  }
+  // The pages move, not their bytes, and the new mapping gives way to them. Should that fail, it is
+  // left alone: it may be gone already, and its place another's.
+  void* const moved = ::mremap(block, mapped_bytes(old_bytes), mapped_bytes(bytes),
+                               MREMAP_MAYMOVE | MREMAP_FIXED, place);
   ask_for_huge_pages(place, bytes);
-  return place;
+  return moved == MAP_FAILED ? nullptr : moved;
 }
 
 void free_large(void* block, std::size_t bytes) noexcept {
