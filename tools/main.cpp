@@ -1,6 +1,8 @@
 #include <csignal>
 #include <cstdio>
+#include <exception>
 #include <iostream>
+#include <new>
 
 #include "batch.h"
 #include "command_line.h"
@@ -29,22 +31,28 @@ ExitStatus run(int argc, char** argv) {
   return convert(*line, terminal, bar);
 }
 
+/// Reports what went wrong before there was an input, or between inputs. Takes no memory: there may
+/// be none.
+int fail(const char* problem) noexcept {
+  static_cast<void>(std::fprintf(stderr, "brumlin: error: %s\n", problem));
+  return static_cast<int>(ExitStatus::io_error);
+}
+
 }  // namespace
 
 }  // namespace brum::tools
 
 int main(int argc, char** argv) {
-  using brum::tools::ExitStatus;
+  using namespace brum::tools;
   // A reader of our output that goes away is an error to report, not a reason to die silently.
   static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
   // So is a file that may grow no more.
   static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
   try {
-    return static_cast<int>(brum::tools::run(argc, argv));
-  } catch (...) {
-    // Whatever goes wrong with a file is reported where it does: here there is no memory even for
-    // the options.
-    static_cast<void>(std::fputs("brumlin: error: out of memory\n", stderr));
-    return static_cast<int>(ExitStatus::io_error);
+    return static_cast<int>(run(argc, argv));
+  } catch (const std::bad_alloc&) {
+    return fail("out of memory");
+  } catch (const std::exception& problem) {
+    return fail(problem.what());
   }
 }

@@ -39,7 +39,9 @@ class BRUM_EXPORT TextBuffer : public std::streambuf {
   std::string text_;
 };
 
-/// An output stream into a TextBuffer. Throws where memory ends instead of setting a bit.
+/// An output stream for short texts that end up as strings, one after another: the string is given
+/// away with its memory. Whole documents go to a MemoryStream. Throws where memory ends instead of
+/// setting a bit.
 class BRUM_EXPORT TextStream : public std::ostream {
  public:
   TextStream() : std::ostream(nullptr) {

@@ -35,7 +35,7 @@ TEST(MemoryStream, TakesSingleBytesWithoutNumber) {
   EXPECT_EQ(out.text(), expected);
 }
 
-TEST(MemoryStream, EndsWithoutAnErrorAtTheEndOfAnotherStream) {
+TEST(MemoryStream, FlushingChangesNothing) {
   MemoryStream out;
   out << "a";
   EXPECT_EQ(out.rdbuf()->pubsync(), 0);
