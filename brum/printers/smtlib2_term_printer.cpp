@@ -124,7 +124,8 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   std::size_t begin = 0;
   for (std::size_t i = 0; i < terms.size(); ++i) {
     const Term* term = terms[i];
-    const std::string& text = texts.write(term, std::span(order).subspan(begin, ends[i] - begin));
+    const std::string& text =
+        texts.write(term, std::span<const Term* const>(order).subspan(begin, ends[i] - begin));
     begin = ends[i];
     label.clear();
     get_define_label(term, label);

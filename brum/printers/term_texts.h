@@ -12,12 +12,12 @@
 #include "brum/printers/definition_rule.h"
 #include "brum/printers/term_printer.h"
 #include "brum/printers/text_stream.h"
-#include "brum/utils/large_memory.h"
+#include "brum/utils/large_array.h"
 
 namespace brum {
 
 /// Terms to be handled one after another: each after its arguments, these from left to right.
-using TermOrder = std::vector<const Term*, LargeArrayAllocator<const Term*>>;
+using TermOrder = LargeList<const Term*>;
 
 /// What becomes of an inline text in the definition map once the one text that refers to it is
 /// written.
@@ -37,8 +37,8 @@ class TermTexts {
             const DefinitionRule& rule, InlineTexts inline_texts)
       : printer_(printer), out_(out), defs_(defs), rule_(rule), inline_texts_(inline_texts) {}
 
-  /// Makes room in the map for `num_terms` terms at once. Throws std::bad_alloc; the map is then
-  /// good for destruction only.
+  /// Makes room in the map for `num_terms` terms in all, those that it holds included. Throws
+  /// std::bad_alloc; the map is then good for destruction only.
   void reserve(std::size_t num_terms);
 
   /// Handles the terms of `order`, which are those below `term` (itself included) that the map does

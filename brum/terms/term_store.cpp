@@ -94,12 +94,10 @@ void TermStore::make_room_in_table() {
     return;
   }
   const std::size_t new_size = std::max(smallest_table, slots_.size() * 2);
-  Array<const Term*> old_slots(new_size);
-  Array<std::uint8_t> old_marks(new_size);
-  old_slots.swap(slots_);
-  old_marks.swap(marks_);
-  old_slots = {};
-  old_marks = {};
+  LargeArray<const Term*> new_slots(new_size);
+  LargeArray<std::uint8_t> new_marks(new_size);
+  slots_ = std::move(new_slots);
+  marks_ = std::move(new_marks);
   // Terms go in again in the order of their ids: memory is read from front to back, and no term is
   // placed behind one that was made later, on which roll_back relies.
   for (const Chunk& chunk : chunks_) {

@@ -8,6 +8,7 @@
 
 #include "brum/terms/term.h"
 #include "brum/utils/export.h"
+#include "brum/utils/large_array.h"
 #include "brum/utils/large_memory.h"
 
 namespace brum {
@@ -64,12 +65,9 @@ class BRUM_EXPORT TermStore {
   void make_room_in_table();
   Chunk& chunk_with_room(std::size_t bytes);
 
-  template <class T>
-  using Array = std::vector<T, LargeArrayAllocator<T>>;
-
   std::vector<Chunk> chunks_;
-  Array<const Term*> slots_;   // the unique table; its length is 0 or a power of two
-  Array<std::uint8_t> marks_;  // per slot some bits of the hash; 0 where it is empty
+  LargeArray<const Term*> slots_;   // the unique table; its length is 0 or a power of two
+  LargeArray<std::uint8_t> marks_;  // per slot some bits of the hash; 0 where it is empty
   std::size_t size_ = 0;
 };
 

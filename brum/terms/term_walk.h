@@ -3,10 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "brum/terms/term.h"
-#include "brum/utils/large_memory.h"
+#include "brum/utils/large_array.h"
 
 namespace brum {
 
@@ -59,7 +58,7 @@ class TermWalk {
   /// Memory for more open terms than this is given back after the walk.
   static constexpr std::size_t most_kept = 4096;
 
-  std::vector<OpenTerm, LargeArrayAllocator<OpenTerm>> open_;  // all but the innermost
+  LargeList<OpenTerm> open_;  // all but the innermost
 };
 
 }  // namespace brum

@@ -17,6 +17,10 @@ namespace brum {
 
 namespace {
 
+void* fill_with_zeros(void* block, std::size_t bytes) noexcept {
+  return block == nullptr ? nullptr : std::memset(block, 0, bytes);
+}
+
 void* copy_to_larger(void* block, std::size_t old_bytes, std::size_t bytes) noexcept {
   void* const place = allocate_large(bytes);
   if (place != nullptr && block != nullptr) {
@@ -82,6 +86,11 @@ void* allocate_large(std::size_t bytes) noexcept {
   return block;
 }
 
+void* allocate_large_zeroed(std::size_t bytes) noexcept {
+  void* const block = allocate_large(bytes);
+  return is_mapped(bytes) ? block : fill_with_zeros(block, bytes);  // a new mapping is zero
+}
+
 void* grow_large(void* block, std::size_t old_bytes, std::size_t bytes) noexcept {
   if (!is_mapped(old_bytes)) {
     return copy_to_larger(block, old_bytes, bytes);
@@ -98,6 +107,14 @@ void* grow_large(void* block, std::size_t old_bytes, std::size_t bytes) noexcept
   return moved == MAP_FAILED ? nullptr : moved;
 }
 
+void prefer_huge_pages(void* block, std::size_t bytes) noexcept {
+  const std::size_t before = -reinterpret_cast<std::uintptr_t>(block) % huge_page_bytes;
+  if (bytes >= before + huge_page_bytes) {
+    const std::size_t whole = (bytes - before) / huge_page_bytes * huge_page_bytes;
+    ::madvise(static_cast<char*>(block) + before, whole, MADV_HUGEPAGE);
+  }
+}
+
 void free_large(void* block, std::size_t bytes) noexcept {
   if (!is_mapped(bytes)) {
     ::operator delete(block);
@@ -112,9 +129,15 @@ void* allocate_large(std::size_t bytes) noexcept {
   return ::operator new(bytes, std::nothrow);
 }
 
+void* allocate_large_zeroed(std::size_t bytes) noexcept {
+  return fill_with_zeros(allocate_large(bytes), bytes);
+}
+
 void* grow_large(void* block, std::size_t old_bytes, std::size_t bytes) noexcept {
   return copy_to_larger(block, old_bytes, bytes);
 }
+
+void prefer_huge_pages(void* /*block*/, std::size_t /*bytes*/) noexcept {}
 
 void free_large(void* block, std::size_t /*bytes*/) noexcept {
   ::operator delete(block);

@@ -2,7 +2,6 @@
 #define BRUM_UTILS_LARGE_MEMORY_H
 
 #include <cstddef>
-#include <limits>
 #include <new>
 #include <utility>
 
@@ -22,10 +21,16 @@ inline constexpr std::size_t huge_page_bytes = std::size_t{1} << 21U;
 /// knows no huge pages.
 BRUM_EXPORT void* allocate_large(std::size_t bytes) noexcept;
 
-/// Makes a block of `old_bytes` bytes that `allocate_large` or this function gave one of `bytes`
-/// bytes, at least as many, and gives its place; its contents stay, without being copied when the
+/// The same with contents of zeros, which a large block has without being written to.
+BRUM_EXPORT void* allocate_large_zeroed(std::size_t bytes) noexcept;
+
+/// Makes a block of `old_bytes` bytes that one of these functions gave one of `bytes` bytes, at
+/// least as many, and gives its place; its contents stay, without being copied when the
 /// block is large. Gives null when there is no memory; the block is then as it was.
 BRUM_EXPORT void* grow_large(void* block, std::size_t old_bytes, std::size_t bytes) noexcept;
+
+/// Asks for huge pages under a block of `bytes` bytes from elsewhere, where whole ones fit.
+BRUM_EXPORT void prefer_huge_pages(void* block, std::size_t bytes) noexcept;
 
 /// Gives back a block of `bytes` bytes, or nothing for null.
 BRUM_EXPORT void free_large(void* block, std::size_t bytes) noexcept;
@@ -38,11 +43,23 @@ class LargeBlock {
   /// A block of `bytes` bytes of undefined contents. Throws std::bad_alloc.
   explicit LargeBlock(std::size_t bytes) { grow(bytes); }
 
+  /// A block of `bytes` bytes, all zero. Throws std::bad_alloc.
+  static LargeBlock zeroed(std::size_t bytes) {
+    LargeBlock block;
+    block.begin_ = allocate_large_zeroed(bytes);
+    if (block.begin_ == nullptr) {
+      throw std::bad_alloc();
+    }
+    block.bytes_ = bytes;
+    return block;
+  }
+
   LargeBlock(LargeBlock&& other) noexcept
       : begin_(std::exchange(other.begin_, nullptr)), bytes_(std::exchange(other.bytes_, 0)) {}
   LargeBlock& operator=(LargeBlock&& other) noexcept {
-    std::swap(begin_, other.begin_);
-    std::swap(bytes_, other.bytes_);
+    free_large(begin_, bytes_);
+    begin_ = std::exchange(other.begin_, nullptr);
+    bytes_ = std::exchange(other.bytes_, 0);
     return *this;
   }
   ~LargeBlock() { free_large(begin_, bytes_); }
@@ -66,43 +83,6 @@ class LargeBlock {
  private:
   void* begin_ = nullptr;
   std::size_t bytes_ = 0;
-};
-
-/// Allocator of the standard containers for arrays that may become large.
-template <class T>
-class LargeArrayAllocator {
- public:
-  using value_type = T;
-
-  LargeArrayAllocator() = default;
-
-  /// All of them are alike, whatever they allocate.
-  template <class Other>
-  LargeArrayAllocator(const LargeArrayAllocator<Other>& /*other*/) noexcept {}
-
-  /// Throws std::bad_alloc.
-  T* allocate(std::size_t count) {
-    if (count > std::numeric_limits<std::size_t>::max() / element_bytes) {
-      throw std::bad_alloc();
-    }
-    void* const block = allocate_large(count * element_bytes);
-    if (block == nullptr) {
-      throw std::bad_alloc();
-    }
-    return static_cast<T*>(block);
-  }
-
-  void deallocate(T* block, std::size_t count) noexcept {
-    free_large(block, count * element_bytes);
-  }
-
-  friend bool operator==(const LargeArrayAllocator& /*a*/, const LargeArrayAllocator& /*b*/) {
-    return true;
-  }
-
- private:
-  // NOLINTNEXTLINE(bugprone-sizeof-expression): elements may be pointers
-  static constexpr std::size_t element_bytes = sizeof(T);
 };
 
 }  // namespace brum

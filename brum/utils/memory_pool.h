@@ -7,6 +7,7 @@
 #include <limits>
 #include <new>
 
+#include "brum/utils/large_memory.h"
 #include "brum/utils/sanitizers.h"
 
 #if BRUM_ADDRESS_SANITIZER
@@ -19,9 +20,10 @@ namespace brum {
  * Source of blocks of one fixed size, cut from large chunks.
  *
  * Taking and giving back a block is one pointer pop or push on a free list; `std::malloc` is called
- * once per chunk, and chunks grow geometrically up to a bound. Blocks are aligned to 8 bytes. A
- * chunk is one link word (to the chunk got before it) followed by its blocks without gaps; the
- * first word of a free block links to the next free block.
+ * once per chunk, and chunks grow geometrically up to a bound. A chunk that is large enough is put
+ * on huge pages where the system has them. Blocks are aligned to 8 bytes. A chunk is one link word
+ * (to the chunk got before it) followed by its blocks without gaps; the first word of a free block
+ * links to the next free block.
  *
  *     MemoryPool<24, false> pool;
  *     void* block = pool.take_block();   // 24 bytes, contents undefined
@@ -130,6 +132,9 @@ void* MemoryPool<Size, Flag>::grow_pool() {
   void* const chunk = std::malloc(bytes);
   if (chunk == nullptr) {
     throw std::bad_alloc();
+  }
+  if (bytes >= huge_page_bytes) {
+    prefer_huge_pages(chunk, bytes);
   }
   set_link(chunk, chunk_list);
   chunk_list = chunk;

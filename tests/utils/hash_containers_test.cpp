@@ -416,6 +416,28 @@ struct Counted {
   ~Counted() { --alive; }
 };
 
+TEST(Hashtable, TakesManyExpectedNodesFromOneChunk) {
+  constexpr std::uint64_t many = 200'000;
+  HashMap<std::uint64_t, std::uint64_t> map;
+  map.expect_nodes(many);
+  EXPECT_EQ(map.node_pool().chunk_list, nullptr);
+  for (std::uint64_t key = 0; key < many; ++key) {
+    map.prefetch(key + 1);
+    map[key] = key * key;
+  }
+  EXPECT_EQ(map.node_pool().free_list, nullptr);
+  EXPECT_EQ(map.node_pool().next_chunk_blocks, 8192U);
+  map[many] = 1;
+  EXPECT_EQ(map.size(), many + 1);
+  EXPECT_EQ(map.find(many - 1)->second, (many - 1) * (many - 1));
+}
+
+TEST(Hashtable, TakesFewExpectedNodesAsUsual) {
+  HashSet<std::uint64_t> set;
+  set.expect_nodes(1'000);
+  EXPECT_EQ(set.node_pool().next_chunk_blocks, 16U);
+}
+
 TEST(Hashtable, DestroysEveryValueOnce) {
   {
     HashMap<int, Counted> map;

@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <new>
 #include <utility>
@@ -116,26 +118,31 @@ TEST(LargeMemory, GivesBackAllThatItTook) {
   EXPECT_LE(testing::allocated_bytes(), before + huge_page_bytes);
 }
 
-TEST(LargeMemory, ServesVectors) {
-  std::vector<std::uint64_t, LargeArrayAllocator<std::uint64_t>> numbers;
-  for (std::uint64_t i = 0; i < 1'000'000; ++i) {
-    numbers.push_back(i * i);
+TEST(LargeMemory, IsZeroWhereAskedFor) {
+  for (const std::size_t size : {std::size_t{1}, std::size_t{5'000}, huge_page_bytes - 1,
+                                 huge_page_bytes, 3 * huge_page_bytes + 1}) {
+    for (int i = 0; i < 2;
+         ++i) {  // the second time in memory that was used, where it is given again
+      const LargeBlock block = LargeBlock::zeroed(size);
+      ASSERT_EQ(block.size(), size);
+      EXPECT_TRUE(std::all_of(block.begin(), block.begin() + size, [](std::byte byte) {
+        return byte == std::byte{0};
+      })) << size;
+      fill(block, 0);
+    }
   }
-  auto copied = numbers;
-  const auto moved = std::move(numbers);
-  copied.resize(600'000);
-  copied.shrink_to_fit();
-  for (std::uint64_t i = 0; i < 1'000'000; ++i) {
-    ASSERT_EQ(moved[i], i * i);
-    ASSERT_TRUE(i >= copied.size() || copied[i] == i * i);
+  EXPECT_THROW(LargeBlock::zeroed(half_of_all), std::bad_alloc);
+}
+
+TEST(LargeMemory, OfOthersMayBePutOnHugePages) {
+  for (const std::size_t size :
+       {std::size_t{1}, huge_page_bytes - 1, huge_page_bytes, 3 * huge_page_bytes + 7}) {
+    std::vector<std::byte> bytes(size + 64, std::byte{7});
+    for (const std::size_t begin : {std::size_t{0}, std::size_t{1}, std::size_t{64}}) {
+      prefer_huge_pages(bytes.data() + begin, size);
+    }
+    EXPECT_EQ(std::count(bytes.begin(), bytes.end(), std::byte{7}), std::ssize(bytes)) << size;
   }
-  LargeArrayAllocator<std::uint64_t> allocator;
-  const LargeArrayAllocator<char> other(allocator);
-  EXPECT_TRUE(allocator == LargeArrayAllocator<std::uint64_t>(other));
-  EXPECT_THROW(allocator.allocate(half_of_all), std::bad_alloc);
-  EXPECT_THROW(allocator.allocate(half_of_all / sizeof(std::uint64_t)), std::bad_alloc);
-  constexpr std::size_t most = std::numeric_limits<std::size_t>::max() / sizeof(std::uint64_t);
-  EXPECT_THROW(allocator.allocate(most + 2), std::bad_alloc);  // 8 bytes, modulo 2^64
 }
 
 #if defined(__linux__) && !BRUM_ADDRESS_SANITIZER && !BRUM_THREAD_SANITIZER

@@ -255,4 +255,14 @@ TEST(MemoryPool, BlocksGivenBackArePoisoned) {
 }
 #endif
 
+TEST(MemoryPool, ALargeChunkHoldsItsBlocksInOrder) {
+  constexpr std::size_t blocks = 300'000;
+  OwnedPool<> pool(blocks);
+  const void* const first = pool.grow_pool();
+  EXPECT_EQ(length_of(first), blocks);
+  EXPECT_EQ(distance(pool.chunk_list, first), 8);
+  EXPECT_EQ(distance(first, link_of(first)), 24);
+  EXPECT_EQ(pool.next_chunk_blocks, 8192U);
+}
+
 }  // namespace
