@@ -1,6 +1,7 @@
 #ifndef BRUM_PRINTERS_REFERENCE_COUNTS_H
 #define BRUM_PRINTERS_REFERENCE_COUNTS_H
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -65,9 +66,8 @@ inline bool ReferenceCounts::visit(const Term* term, bool is_referred_to) {
     count = met;
     ++num_terms_;
   }
-  if (is_referred_to && count < many) {
-    ++count;
-  }
+  // Without a branch, as nobody can foresee how often a term is referred to.
+  count = static_cast<std::uint8_t>(std::min<int>(count + (is_referred_to ? 1 : 0), many));
   return is_new;
 }
 

@@ -1,3 +1,4 @@
+#include <cstdint>
 #include <string>
 
 #include "brum/printers/smtlib_identifiers.h"
@@ -14,6 +15,20 @@ std::string SmtLibTermPrinter::to_smtlib(const Symbol* symbol) {
 }
 
 std::string_view SmtLibTermPrinter::name_of(const Symbol* symbol) {
+  if (symbol->arity == 0) {
+    return look_up_name(symbol);
+  }
+  RecentName& recent = recent_names_[reinterpret_cast<std::uintptr_t>(symbol) / sizeof(Symbol) %
+                                     recent_names_.size()];
+  if (recent.symbol != symbol) {
+    recent.name = look_up_name(symbol);
+    // A quoted name is gone with the next one.
+    recent.symbol = recent.name.data() == quoted_name_.data() ? nullptr : symbol;
+  }
+  return recent.name;
+}
+
+std::string_view SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
   if (const auto known = symbol_names.find(symbol); known != symbol_names.end()) {
     return known->second;
   }

@@ -1,6 +1,7 @@
 #ifndef BRUM_PRINTERS_SMTLIB_TERM_PRINTER_H
 #define BRUM_PRINTERS_SMTLIB_TERM_PRINTER_H
 
+#include <array>
 #include <cstdint>
 #include <ostream>
 #include <string>
@@ -135,6 +136,7 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
 
   /// The same text as to_smtlib(symbol), without a copy: valid until the next call.
   std::string_view name_of(const Symbol* symbol);
+  std::string_view look_up_name(const Symbol* symbol);
 
   std::string v1_sort_text(const DataType* sort);
   std::string v1_function_text(const DataType* sort);
@@ -146,6 +148,13 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   bool is_connective(const Symbol* symbol) const;
   bool is_printed_flat(const Term* term) const;
 
+  /// The name of an operator or function, valid as long as this printer.
+  struct RecentName {
+    const Symbol* symbol = nullptr;
+    std::string_view name;
+  };
+
+  std::array<RecentName, 16> recent_names_;  // by address, so that most names need no look-up
   bool type_names_stale_ = false;  // a sort was renamed: texts of sorts made of it may be old
   std::string quoted_name_;        // the last name from name_of() that nothing else holds
   std::string line_;               // the declaration being put together, kept for its buffer

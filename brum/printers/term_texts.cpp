@@ -11,8 +11,8 @@
 namespace brum {
 
 namespace {
-/// So many terms before its turn a term's arguments are fetched into the cache, and the term itself
-/// as many terms before that: the order jumps about in the store.
+/// So many terms before its turn a term's arguments and its place in the map are fetched into the
+/// cache, and the term itself as many terms before that: the order jumps about in the store.
 constexpr std::size_t prefetched = 8;
 
 /// Copies a text that mostly is a label, and mostly as long as the one in whose place it comes.
@@ -26,6 +26,7 @@ inline void copy_label(std::string& to, const std::string& from) {
 }  // namespace
 
 void TermTexts::reserve(std::size_t num_terms) {
+  defs_.expect_nodes(num_terms - defs_.size());
   defs_.rehash(num_terms / 7 * 10 + 10);  // tables grow at a load of 0.7
 }
 
@@ -35,6 +36,7 @@ const std::string& TermTexts::write(const Term* term, std::span<const Term* cons
   for (std::size_t i = 0; i < order.size(); ++i) {
     if (i + 2 * prefetched < order.size()) {
       __builtin_prefetch(order[i + 2 * prefetched]);
+      defs_.prefetch(order[i + prefetched]);
       for (const Term* argument : order[i + prefetched]->arguments()) {
         __builtin_prefetch(argument);
       }
@@ -134,23 +136,23 @@ inline void TermTexts::handle(const Term* term) {
     return;
   }
   const bool is_shared = rule_.is_shared(term);
-  Pending result{term, nullptr, 0, 0};
+  std::string* text = nullptr;
+  std::uint32_t levels = 0;
   {
     Texts& children = texts_for(term->symbol->arity);
     auto first_lent = pending_.end();
     const ScopeExit end([&] { end_loan(first_lent, children); });
-    std::uint32_t levels = 0;
     borrow_texts(term, children, first_lent, levels);
     ++levels;
     if (is_shared || (term != root_ && rule_.exceeds_levels(levels))) {
-      result.text = define(term, children);
+      levels = 0;
+      text = define(term, children);
     } else {
-      result.levels = levels;
-      result.text = write_inline(term, children, result.levels);
+      text = write_inline(term, children, levels);
     }
   }
   if (!is_shared) {
-    pending_.push_back(result);
+    pending_.push_back({term, text, levels, 0});
   }
 }
 
