@@ -1,8 +1,10 @@
 #include <array>
 #include <charconv>
+#include <span>
 #include <string>
 
 #include "brum/printers/smtlib_term_printer.h"
+#include "brum/printers/text_piece.h"
 #include "brum/printers/write_text.h"
 #include "brum/utils/concat.h"
 #include "brum/utils/scope_exit.h"
@@ -77,7 +79,7 @@ std::string SmtLibTermPrinter::make_label(std::string_view prefix, const Term* t
 
 void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string& label,
                                            const Term* term) {
-  TextPiece piece(piece_memory, label.size() + 8);
+  TextPiece piece(out);
   if (!v1_format) {
     piece.add("(let ((");
   } else if (term->sort() == mgr->get_bool_type()) {
@@ -87,7 +89,7 @@ void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string&
   }
   piece.add(label);
   piece.add(' ');
-  write_text(out, piece.text());
+  piece.write();
   ++open_lets;
 }
 
@@ -108,34 +110,31 @@ void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* t
     return;
   }
   const bool is_congruence = TermManager::get_tag(symbol) == SymbolTag::int_modular_congruence;
-  std::size_t most_bytes = name.size() + sizeof("( (-))");
-  for (const std::string& child : children) {
-    most_bytes += child.size() + sizeof(" (to_real )");
-  }
-  TextPiece piece(piece_memory, most_bytes);
+  const DataType* const real_type = v1_format ? nullptr : mgr->get_real_type();
+  const std::span<const std::string> texts = children;
+  TextPiece piece(out);
   piece.add('(');
   piece.add(name);
   if (is_congruence) {
     piece.add(" (-");  // congruent means that the difference is divisible
   }
-  for (std::size_t i = 0; i < children.size(); ++i) {
-    const bool is_converted = !v1_format &&
-                              symbol->type->get_component(i + 1) == mgr->get_real_type() &&
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    const bool is_converted = symbol->type->get_component(i + 1) == real_type &&
                               term->children[i]->sort() == mgr->get_int_type();
     if (is_converted) {
       piece.add(" (to_real ");
-      piece.add(children[i]);
+      piece.add(texts[i]);
       piece.add(')');
     } else {
       piece.add(' ');
-      piece.add(children[i]);
+      piece.add(texts[i]);
     }
   }
   piece.add(')');
   if (is_congruence) {
     piece.add(')');
   }
-  write_text(out, piece.text());
+  piece.write();
 }
 
 void SmtLibTermPrinter::print_formula_term(std::ostream& out, const std::string& text,

@@ -1,6 +1,7 @@
 #include "brum/printers/smtlib_term_printer.h"
 
 #include <initializer_list>
+#include <string_view>
 #include <utility>
 
 #include "brum/terms/operator_names.h"
@@ -24,7 +25,7 @@ SmtLibTermPrinter::SmtLibTermPrinter(bool is_v1, TermManager* manager,
 }
 
 void SmtLibTermPrinter::name_distinguished_symbols() {
-  const std::initializer_list<std::pair<const Symbol*, const char*>> names = {
+  const std::initializer_list<std::pair<const Symbol*, std::string_view>> names = {
       {mgr->get_true_symbol(), "true"},    {mgr->get_false_symbol(), "false"},
       {mgr->get_and_symbol(), "and"},      {mgr->get_or_symbol(), "or"},
       {mgr->get_not_symbol(), "not"},      {mgr->get_iff_symbol(), v1_format ? "iff" : "="},
@@ -39,9 +40,10 @@ void SmtLibTermPrinter::name_distinguished_symbols() {
 }
 
 void SmtLibTermPrinter::name_operators() {
+  tag_names.rehash(operator_names.size() * 2);  // at once, as nothing is written in its order
   for (const OperatorName& entry : operator_names) {
     if (!entry.indexed) {
-      tag_names.insert_absent(entry.tag, std::string(entry.name));
+      tag_names.insert_absent(entry.tag, entry.name);
     }
   }
 }

@@ -55,4 +55,9 @@ BucketCount::BucketCount(std::size_t count)
       reciprocal(std::numeric_limits<std::uint64_t>::max() / count),
       size_to_grow_at(least_size_over_limit(count)) {}
 
+const BucketCount& BucketCount::smallest() {
+  static const BucketCount count(primes.front());
+  return count;
+}
+
 }  // namespace brum::hsh

@@ -37,6 +37,9 @@ class BRUM_EXPORT BucketCount {
   /** `count` must not be 0. */
   explicit BucketCount(std::size_t count);
 
+  /** That of a new table. */
+  static const BucketCount& smallest();
+
   std::size_t count() const noexcept { return buckets; }
 
   /** The least number of values at which a table with this many buckets grows: a load above 0.7. */
@@ -163,7 +166,7 @@ class Hashtable {
   using value_type = Value;
 
   /** Makes an empty table of 31 buckets. Throws std::bad_alloc. */
-  Hashtable() : buckets(choose_bucket_count(0)), counts(buckets.size()) {}
+  Hashtable() : buckets(BucketCount::smallest().count()), counts(BucketCount::smallest()) {}
 
   Hashtable(const Hashtable&) = delete;
   Hashtable& operator=(const Hashtable&) = delete;
@@ -463,10 +466,16 @@ class HashMap : public Hashtable<std::pair<Key, T>, GetKey_pair<Key, T>, Key, Ha
     });
   }
 
-  /** Adds `key`, which must not be there, with the value that is moved from `value`. On an
-   * exception `value` keeps what it holds. */
-  iterator insert_absent(const Key& key, T&& value) {
-    return this->link_absent(key, [&] { return std::pair<Key, T>(key, std::move(value)); });
+  /**
+   * Adds `key`, which must not be there, with a value made of `arguments`. When there is no memory
+   * for the node, what `arguments` hold is still theirs.
+   */
+  template <typename... Arguments>
+  iterator insert_absent(const Key& key, Arguments&&... arguments) {
+    return this->link_absent(key, [&] {
+      return std::pair<Key, T>(std::piecewise_construct, std::forward_as_tuple(key),
+                               std::forward_as_tuple(std::forward<Arguments>(arguments)...));
+    });
   }
 };
 

@@ -12,7 +12,7 @@ std::string_view MemoryBuffer::text() const {
 
 /// Makes room for `bytes` more bytes. Throws std::bad_alloc and then changes nothing.
 void MemoryBuffer::make_room(std::size_t bytes) {
-  constexpr std::size_t smallest = 512;
+  constexpr std::size_t smallest = 4096;
   const std::size_t used = text().size();
   memory_.grow(std::max({smallest, memory_.size() * 2, used + bytes}));
   char* const begin = reinterpret_cast<char*>(memory_.begin());
