@@ -6,7 +6,6 @@
 #include "brum/printers/reference_counts.h"
 #include "brum/printers/symbol_collector.h"
 #include "brum/printers/term_texts.h"
-#include "brum/printers/text_piece.h"
 #include "brum/printers/write_text.h"
 #include "brum/utils/scope_exit.h"
 
@@ -68,13 +67,13 @@ void SmtLib2TermPrinter::print_define_start(std::ostream& out, const std::string
     return;
   }
   const std::string& sort = kept_sort_text(term->sort());
-  TextPiece piece(out);
+  TextPiece piece(piece_memory, label.size() + sort.size() + 17);
   piece.add("(define-fun ");
   piece.add(label);
   piece.add(" () ");
   piece.add(sort);
   piece.add(' ');
-  piece.write();
+  write_text(out, piece.text());
 }
 
 void SmtLib2TermPrinter::print_define_end(std::ostream& out, const Term* term) {

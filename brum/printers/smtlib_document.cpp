@@ -4,7 +4,6 @@
 #include <string>
 
 #include "brum/printers/smtlib_term_printer.h"
-#include "brum/printers/text_piece.h"
 #include "brum/printers/write_text.h"
 #include "brum/utils/concat.h"
 #include "brum/utils/scope_exit.h"
@@ -79,7 +78,7 @@ std::string SmtLibTermPrinter::make_label(std::string_view prefix, const Term* t
 
 void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string& label,
                                            const Term* term) {
-  TextPiece piece(out);
+  TextPiece piece(piece_memory, label.size() + 8);
   if (!v1_format) {
     piece.add("(let ((");
   } else if (term->sort() == mgr->get_bool_type()) {
@@ -89,7 +88,7 @@ void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string&
   }
   piece.add(label);
   piece.add(' ');
-  piece.write();
+  write_text(out, piece.text());
   ++open_lets;
 }
 
@@ -112,7 +111,11 @@ void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* t
   const bool is_congruence = TermManager::get_tag(symbol) == SymbolTag::int_modular_congruence;
   const DataType* const real_type = v1_format ? nullptr : mgr->get_real_type();
   const std::span<const std::string> texts = children;
-  TextPiece piece(out);
+  std::size_t most_bytes = name.size() + sizeof("( (-))");
+  for (const std::string& text : texts) {
+    most_bytes += text.size() + sizeof(" (to_real )");
+  }
+  TextPiece piece(piece_memory, most_bytes);
   piece.add('(');
   piece.add(name);
   if (is_congruence) {
@@ -134,7 +137,7 @@ void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* t
   if (is_congruence) {
     piece.add(')');
   }
-  piece.write();
+  write_text(out, piece.text());
 }
 
 void SmtLibTermPrinter::print_formula_term(std::ostream& out, const std::string& text,

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "brum/printers/term_printer.h"
+#include "brum/printers/text_piece.h"
 #include "brum/utils/export.h"
 
 namespace brum {
@@ -123,6 +124,9 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
 
   /// Line breaks rather than blanks after definitions and around the formula.
   bool use_newlines = true;
+
+  /// For the application or the opening of a definition that is being put together.
+  PieceMemory piece_memory;
 
  private:
   void name_distinguished_symbols();

@@ -5,11 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <ostream>
+#include <memory>
+#include <string>
 #include <string_view>
-#include <utility>
-
-#include "brum/printers/write_text.h"
 
 namespace brum {
 
@@ -41,60 +39,67 @@ inline void copy_text(char* to, const char* from, std::size_t size) {
   }
 }
 
-/// A text of several parts on its way to a stream: short parts are gathered, as writing each of
-/// them would cost more than copying it; long ones are written as they are.
+/// Memory in which a text is put together that goes to a stream in one piece. Serves for one piece
+/// after another.
+class PieceMemory {
+ public:
+  /// Gives room for `bytes` bytes; earlier room is gone. Throws std::bad_alloc.
+  char* room_for(std::size_t bytes) {
+    if (bytes > size_) {
+      memory_ = std::make_unique_for_overwrite<char[]>(bytes * 2);
+      size_ = bytes * 2;
+    }
+    return memory_.get();
+  }
+
+ private:
+  std::unique_ptr<char[]> memory_;
+  std::size_t size_ = 0;
+};
+
+/// A text that is put together in a PieceMemory.
 ///
-///     TextPiece piece(out);
+///     TextPiece piece(memory, 2 + name.size());
 ///     piece.add('(');
 ///     piece.add(name);
 ///     piece.add(')');
-///     piece.write();
+///     write_text(out, piece.text());
 class TextPiece {
  public:
-  /// So many bytes of literals may come between two texts, before the first and after the last.
-  static constexpr std::size_t most_between = 32;
+  /// Begins a piece of at most `most_bytes` bytes. Throws std::bad_alloc.
+  TextPiece(PieceMemory& memory, std::size_t most_bytes)
+      : begin_(memory.room_for(most_bytes)), end_(begin_), most_bytes_(most_bytes) {}
 
-  explicit TextPiece(std::ostream& out) : out_(out) {}
-  TextPiece(const TextPiece&) = delete;
-  TextPiece& operator=(const TextPiece&) = delete;
-  ~TextPiece() = default;
-
-  /// Adds a text. This and the other functions throw what write_text() throws.
-  void add(std::string_view text) {
-    if (size_ + text.size() > most_gathered) {
-      write();
-      if (text.size() > most_gathered) {
-        write_text(out_, text);
-        return;
-      }
-    }
-    copy_text(&bytes_[size_], text.data(), text.size());
-    size_ += text.size();
-  }
+  /// What was added so far.
+  std::string_view text() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
 
   void add(char byte) {
-    assert(size_ < sizeof(bytes_));
-    bytes_[size_++] = byte;
+    assert(has_room_for(1));
+    *end_++ = byte;
+  }
+
+  void add(std::string_view text) {
+    assert(has_room_for(text.size()));
+    copy_text(end_, text.data(), text.size());
+    end_ += text.size();
   }
 
   /// Adds a literal, whose length the compiler knows.
   template <std::size_t Size>
   void add(const char (&literal)[Size]) {
-    assert(Size - 1 <= sizeof(bytes_) - size_);
-    std::memcpy(&bytes_[size_], literal, Size - 1);
-    size_ += Size - 1;
+    assert(has_room_for(Size - 1));
+    std::memcpy(end_, literal, Size - 1);
+    end_ += Size - 1;
   }
 
-  /// Writes what was added and is not written yet. To be called at the end.
-  void write() { write_text(out_, {&bytes_[0], std::exchange(size_, 0)}); }
-
  private:
-  static constexpr std::size_t most_gathered = 256;
+  bool has_room_for(std::size_t bytes) const {
+    return bytes <= most_bytes_ - static_cast<std::size_t>(end_ - begin_);
+  }
 
-  std::ostream& out_;
-  std::size_t size_ = 0;
-  // NOLINTNEXTLINE(modernize-avoid-c-arrays): g++ 12 warns of one that is not filled
-  char bytes_[most_gathered + most_between];  // cppcheck-suppress uninitMemberVar  ; written first
+  char* begin_;
+  char* end_;
+  std::size_t most_bytes_;
 };
 
 }  // namespace brum
