@@ -1,6 +1,7 @@
 #include "brum/terms/term_store.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace brum {
 

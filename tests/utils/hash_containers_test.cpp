@@ -396,26 +396,6 @@ TEST(Hashtable, ClearMayRenewTheBuckets) {
   EXPECT_EQ(map.bucket_count(), 2593U);
 }
 
-TEST(Hashtable, NodesAreUsedAgainInTheOrderOfTheFreeList) {
-  NumberSet set;
-  set.insert(0);
-  set.insert(1);
-  set.insert(2);
-  const std::uint64_t* const last = &*set.find(2);
-  set.clear(false);
-  // The nodes went back in the order of iteration, so the last one is the first to be taken.
-  EXPECT_EQ(&*set.insert(9).first, last);
-}
-
-/** Counts its objects. */
-struct Counted {
-  static inline int alive = 0;
-  Counted() { ++alive; }
-  Counted(const Counted& /*other*/) { ++alive; }
-  Counted& operator=(const Counted&) = default;
-  ~Counted() { --alive; }
-};
-
 TEST(Hashtable, TakesManyExpectedNodesFromOneChunk) {
   constexpr std::uint64_t many = 200'000;
   HashMap<std::uint64_t, std::uint64_t> map;
@@ -437,6 +417,26 @@ TEST(Hashtable, TakesFewExpectedNodesAsUsual) {
   set.expect_nodes(1'000);
   EXPECT_EQ(set.node_pool().next_chunk_blocks, 16U);
 }
+
+TEST(Hashtable, NodesAreUsedAgainInTheOrderOfTheFreeList) {
+  NumberSet set;
+  set.insert(0);
+  set.insert(1);
+  set.insert(2);
+  const std::uint64_t* const last = &*set.find(2);
+  set.clear(false);
+  // The nodes went back in the order of iteration, so the last one is the first to be taken.
+  EXPECT_EQ(&*set.insert(9).first, last);
+}
+
+/** Counts its objects. */
+struct Counted {
+  static inline int alive = 0;
+  Counted() { ++alive; }
+  Counted(const Counted& /*other*/) { ++alive; }
+  Counted& operator=(const Counted&) = default;
+  ~Counted() { --alive; }
+};
 
 TEST(Hashtable, DestroysEveryValueOnce) {
   {

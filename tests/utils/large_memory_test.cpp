@@ -121,8 +121,8 @@ TEST(LargeMemory, GivesBackAllThatItTook) {
 TEST(LargeMemory, IsZeroWhereAskedFor) {
   for (const std::size_t size : {std::size_t{1}, std::size_t{5'000}, huge_page_bytes - 1,
                                  huge_page_bytes, 3 * huge_page_bytes + 1}) {
-    for (int i = 0; i < 2;
-         ++i) {  // the second time in memory that was used, where it is given again
+    // The second time perhaps in memory that was used.
+    for (int i = 0; i < 2; ++i) {
       const LargeBlock block = LargeBlock::zeroed(size);
       ASSERT_EQ(block.size(), size);
       EXPECT_TRUE(std::all_of(block.begin(), block.begin() + size, [](std::byte byte) {
