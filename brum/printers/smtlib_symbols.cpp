@@ -82,19 +82,13 @@ std::string SmtLibTermPrinter::indexed_operator(const Symbol* symbol) const {
       indices = concat({std::to_string(first), v1_format ? ":" : " ", std::to_string(second)});
       break;
     case SymbolTag::bv_rotate_left:
-      mgr->is_bv_rotate_left(symbol, &first, nullptr);
-      indices = std::to_string(first);
-      break;
     case SymbolTag::bv_rotate_right:
-      mgr->is_bv_rotate_right(symbol, &first, nullptr);
-      indices = std::to_string(first);
-      break;
     case SymbolTag::bv_zero_extend:
-      mgr->is_bv_zero_extend(symbol, &first, nullptr);
-      indices = std::to_string(first);
-      break;
     case SymbolTag::bv_sign_extend:
-      mgr->is_bv_sign_extend(symbol, &first, nullptr);
+      static_cast<void>(mgr->is_bv_rotate_left(symbol, &first, nullptr) ||
+                        mgr->is_bv_rotate_right(symbol, &first, nullptr) ||
+                        mgr->is_bv_zero_extend(symbol, &first, nullptr) ||
+                        mgr->is_bv_sign_extend(symbol, &first, nullptr));
       indices = std::to_string(first);
       break;
     default:

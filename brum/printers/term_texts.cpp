@@ -112,13 +112,12 @@ inline std::string* TermTexts::define(const Term* term, const Texts& children) {
                         term, [&] { printer_.print_term_and_children(out_, term, children); }));
 }
 
-inline std::string* TermTexts::write_inline(const Term* term, const Texts& children,
-                                            std::uint32_t& levels) {
+// A definition for its length alone has no effect on the count of levels: no rule limits both.
+inline std::string* TermTexts::write_inline(const Term* term, const Texts& children) {
   inline_text_.clear_text();
   printer_.print_term_and_children(inline_text_, term, children);
   const std::string_view text = inline_text_.text();
   if (rule_.exceeds_bytes(text.size())) {
-    levels = 0;
     return keep(term, write_definition(term, [&] { write_text(out_, text); }));
   }
   return keep(term, inline_text_.take_text());
@@ -148,7 +147,7 @@ inline void TermTexts::handle(const Term* term) {
       levels = 0;
       text = define(term, children);
     } else {
-      text = write_inline(term, children, levels);
+      text = write_inline(term, children);
     }
   }
   if (!is_shared) {

@@ -64,9 +64,9 @@ class TermTexts {
   void handle_leaf(const Term* term);
 
   /// Gives the texts of the arguments of `term` to `children`, then writes `term` and gives the
-  /// place of its text in the map. Counts `levels` up to those of `term`.
+  /// place of its text in the map.
   std::string* define(const Term* term, const Texts& children);
-  std::string* write_inline(const Term* term, const Texts& children, std::uint32_t& levels);
+  std::string* write_inline(const Term* term, const Texts& children);
 
   /// Writes the definition of `term` as a whole; gives its label.
   template <class WriteText>

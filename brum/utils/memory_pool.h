@@ -133,9 +133,7 @@ void* MemoryPool<Size, Flag>::grow_pool() {
   if (chunk == nullptr) {
     throw std::bad_alloc();
   }
-  if (bytes >= huge_page_bytes) {
-    prefer_huge_pages(chunk, bytes);
-  }
+  prefer_huge_pages(chunk, bytes);
   set_link(chunk, chunk_list);
   chunk_list = chunk;
   next_chunk_blocks = chunk_blocks_after(blocks);

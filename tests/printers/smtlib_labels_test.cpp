@@ -39,8 +39,18 @@ TEST(SmtLibLabels, DerivedPrintersMakeTheirOwn) {
   const Labelling printer(false, &mgr, "", "");
   EXPECT_EQ(printer.make_label("def_", x), "def_1");
   EXPECT_EQ(printer.make_label("s_", x), "s_1__");
-  EXPECT_EQ(printer.make_label("ssssssssssssssssssssssss", x), "ssssssssssssssssssssssss1");
-  EXPECT_EQ(printer.make_label("sssssssssssssssssssssssss", x), "sssssssssssssssssssssssss1");
+}
+
+TEST(SmtLibLabels, HavePrefixesOfAnyLength) {
+  TermManager mgr;
+  const Term* x = make_int(mgr, "x");
+  for (std::size_t length = 1; length <= 100; ++length) {
+    const std::string prefix(length, 's');
+    WithLabelPrefix<SmtLibTermPrinter> printer(prefix, false, &mgr, "", "");
+    std::string expected = prefix;
+    expected += '1';
+    EXPECT_EQ(label_of(printer, x), expected);
+  }
 }
 
 TEST(SmtLibLabels, AreMadeOfPrefixAndId) {

@@ -5,15 +5,23 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <limits>
+#include <map>
 #include <new>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "brum/utils/sanitizers.h"
 #include "tests/support/allocated_bytes.h"
 #include "tests/support/failing_memory.h"
+
+#ifdef __linux__
+#include <sys/mman.h>
+#endif
 
 namespace brum {
 namespace {
@@ -74,11 +82,14 @@ TEST(LargeMemory, MovesWithItsOwner) {
   fill(first, 0);
   const std::byte* const place = first.begin();
   LargeBlock second(std::move(first));
+  EXPECT_EQ(first.begin(), nullptr);
   EXPECT_EQ(first.size(), 0U);
   EXPECT_EQ(second.begin(), place);
   EXPECT_EQ(second.size(), 10U);
   LargeBlock third(3 * huge_page_bytes);
   third = std::move(second);
+  EXPECT_EQ(second.begin(), nullptr);
+  EXPECT_EQ(second.size(), 0U);
   EXPECT_EQ(third.begin(), place);
   EXPECT_TRUE(is_filled(third, 10));
 }
@@ -146,6 +157,61 @@ TEST(LargeMemory, OfOthersMayBePutOnHugePages) {
 }
 
 #if defined(__linux__) && !BRUM_ADDRESS_SANITIZER && !BRUM_THREAD_SANITIZER
+// The kernel's list of this process's mappings, each by its first address and whether huge pages
+// were asked for in it.
+std::map<std::uintptr_t, bool> mappings() {
+  std::map<std::uintptr_t, bool> found;
+  std::ifstream list("/proc/self/smaps");
+  std::uintptr_t begin = 0;
+  for (std::string line; std::getline(list, line);) {
+    if (line.starts_with("VmFlags:")) {
+      found[begin] = line.find(" hg") != std::string::npos;
+    } else if (const std::size_t dash = line.find('-'); dash < line.find(' ')) {
+      begin = std::stoull(line.substr(0, dash), nullptr, 16);
+    }
+  }
+  return found;
+}
+
+TEST(LargeMemory, OfOthersIsOnHugePagesWhereWholeOnesFit) {
+  if (!std::filesystem::exists("/sys/kernel/mm/transparent_hugepage")) {
+    GTEST_SKIP() << "this kernel has no huge pages to ask for";
+  }
+  constexpr std::size_t pages = 6;
+  struct Part {
+    std::size_t begin;
+    std::size_t size;
+    std::size_t first_page;  // of those that the part holds whole
+    std::size_t num_pages;
+  };
+  const Part parts[] = {{huge_page_bytes, huge_page_bytes, 1, 1},
+                        {huge_page_bytes, huge_page_bytes - 1, 1, 0},
+                        {huge_page_bytes, 3 * huge_page_bytes - 1, 1, 2},
+                        {huge_page_bytes + 16, huge_page_bytes + 16, 2, 0},
+                        {huge_page_bytes + 16, 2 * huge_page_bytes - 17, 2, 0},
+                        {huge_page_bytes + 16, 2 * huge_page_bytes - 16, 2, 1},
+                        {2 * huge_page_bytes - 16, 3 * huge_page_bytes + 15, 2, 2}};
+  for (const Part& part : parts) {
+    constexpr std::size_t length = (pages + 1) * huge_page_bytes;
+    void* const mapping =
+        ::mmap(nullptr, length, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    ASSERT_NE(mapping, MAP_FAILED);
+    const std::uintptr_t first =
+        (reinterpret_cast<std::uintptr_t>(mapping) / huge_page_bytes + 1) * huge_page_bytes;
+    prefer_huge_pages(reinterpret_cast<void*>(first + part.begin), part.size);
+    const auto asked = mappings();
+    for (std::size_t page = 0; page < pages; ++page) {
+      const bool fits = page >= part.first_page && page < part.first_page + part.num_pages;
+      const std::uintptr_t begin = first + page * huge_page_bytes;
+      for (const std::uintptr_t place : {begin, begin + huge_page_bytes - 1}) {
+        EXPECT_EQ(std::prev(asked.upper_bound(place))->second, fits)
+            << "page " << page << " of a part from " << part.begin << " of " << part.size;
+      }
+    }
+    ::munmap(mapping, length);
+  }
+}
+
 TEST(LargeMemory, BeginsAtAHugePage) {
   for (const std::size_t size : {huge_page_bytes, 5 * huge_page_bytes + 12'345}) {
     LargeBlock block(size);
