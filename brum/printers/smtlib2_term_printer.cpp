@@ -135,6 +135,7 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
       print_define_end(out, term);
     }
   }
+  texts.abandon_map();
   print_formula_term(out, "true", mgr->make_true());
   print_define_section_end(out);
   print_end(out);

@@ -43,6 +43,7 @@ void TermPrinter::print_formula(std::ostream& out, const Term* formula) {
   TermTexts texts(*this, out, defs, rule, InlineTexts::release);
   texts.reserve(counts.num_terms());
   print_formula_term(out, texts.write(formula, order), formula);
+  texts.abandon_map();
   print_define_section_end(out);
   print_end(out);
 }

@@ -31,8 +31,8 @@ void TermTexts::reserve(std::size_t num_terms) {
 }
 
 const std::string& TermTexts::write(const Term* term, std::span<const Term* const> order) {
+  end_root();
   root_ = term;
-  pending_.clear();
   for (std::size_t i = 0; i < order.size(); ++i) {
     if (i + 2 * prefetched < order.size()) {
       __builtin_prefetch(order[i + 2 * prefetched]);
@@ -44,6 +44,24 @@ const std::string& TermTexts::write(const Term* term, std::span<const Term* cons
     handle(order[i]);
   }
   return defs_.find(term)->second;
+}
+
+// Of the inline texts only that of the root is pending at the end, as no place refers to it.
+inline void TermTexts::end_root() noexcept {
+  if (inline_texts_ == InlineTexts::release) {
+    for (const Pending& root : pending_) {
+      *root.text = std::string();
+    }
+  }
+  pending_.clear();
+}
+
+void TermTexts::abandon_map() noexcept {
+  end_root();
+  for (std::string* text : long_texts_) {
+    *text = std::string();
+  }
+  defs_.abandon();
 }
 
 inline TermTexts::Texts& TermTexts::texts_for(std::size_t arity) {
@@ -97,6 +115,15 @@ inline std::string* TermTexts::keep(const Term* term, std::string&& text) {
   return &defs_.insert_absent(term, std::move(text))->second;
 }
 
+/// The same for a text that is lent to none.
+inline std::string* TermTexts::keep_for_good(const Term* term, std::string&& text) {
+  std::string* const kept = keep(term, std::move(text));
+  if (inline_texts_ == InlineTexts::release && kept->capacity() > std::string().capacity()) {
+    long_texts_.push_back(kept);
+  }
+  return kept;
+}
+
 template <class WriteText>
 std::string TermTexts::write_definition(const Term* term, const WriteText& write_text) {
   std::string label;
@@ -108,8 +135,9 @@ std::string TermTexts::write_definition(const Term* term, const WriteText& write
 }
 
 inline std::string* TermTexts::define(const Term* term, const Texts& children) {
-  return keep(term, write_definition(
-                        term, [&] { printer_.print_term_and_children(out_, term, children); }));
+  return keep_for_good(
+      term, write_definition(
+                term, [&] { printer_.print_term_and_children(out_, term, children); }));
 }
 
 // A definition for its length alone has no effect on the count of levels: no rule limits both.
@@ -118,7 +146,7 @@ inline std::string* TermTexts::write_inline(const Term* term, const Texts& child
   printer_.print_term_and_children(inline_text_, term, children);
   const std::string_view text = inline_text_.text();
   if (rule_.exceeds_bytes(text.size())) {
-    return keep(term, write_definition(term, [&] { write_text(out_, text); }));
+    return keep_for_good(term, write_definition(term, [&] { write_text(out_, text); }));
   }
   return keep(term, inline_text_.take_text());
 }
@@ -126,7 +154,7 @@ inline std::string* TermTexts::write_inline(const Term* term, const Texts& child
 inline void TermTexts::handle_leaf(const Term* term) {
   inline_text_.clear_text();
   printer_.print_term_and_children(inline_text_, term, texts_for(0));
-  keep(term, std::string(inline_text_.text()));
+  keep_for_good(term, std::string(inline_text_.text()));
 }
 
 inline void TermTexts::handle(const Term* term) {

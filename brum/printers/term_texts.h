@@ -42,10 +42,15 @@ class TermTexts {
   void reserve(std::size_t num_terms);
 
   /// Handles the terms of `order`, which are those below `term` (itself included) that the map does
-  /// not hold, and gives the text of `term`, which stays in the map. Throws what the hooks throw
-  /// and std::bad_alloc; the map then holds what was handled, each with its text (unless it is one
-  /// that does not keep them).
+  /// not hold, and gives the text of `term`, which stays in the map (with InlineTexts::release until
+  /// the next call, as an inline text). Throws what the hooks throw and std::bad_alloc; the map then
+  /// holds what was handled, each with its text unless that was let go.
   const std::string& write(const Term* term, std::span<const Term* const> order);
+
+  /// Gives back the memory of the map, quicker than its destruction would: only with
+  /// InlineTexts::release, when no text is needed any more. The map is good for destruction only
+  /// then.
+  void abandon_map() noexcept;
 
  private:
   using Texts = std::vector<std::string>;
@@ -73,6 +78,9 @@ class TermTexts {
   std::string write_definition(const Term* term, const WriteText& write_text);
 
   std::string* keep(const Term* term, std::string&& text);
+  std::string* keep_for_good(const Term* term, std::string&& text);
+
+  void end_root() noexcept;
 
   Texts& texts_for(std::size_t arity);
   void borrow_texts(const Term* term, Texts& children, PendingTerms::iterator& first_lent,
@@ -87,6 +95,7 @@ class TermTexts {
 
   const Term* root_ = nullptr;
   PendingTerms pending_;        // the last one needed first
+  std::vector<std::string*> long_texts_;  // those to stay that have memory outside the map
   std::array<Texts, 4> texts_;  // what the hooks get, by number of arguments; the last grows
   TextStream inline_text_;
 };

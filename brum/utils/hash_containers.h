@@ -230,6 +230,18 @@ class Hashtable {
    */
   void clear(bool reset_buckets);
 
+  /**
+   * Gives back the memory of all nodes and buckets without destroying a value, for values that hold
+   * nothing outside their nodes: that takes no look at each of them. The table is good for
+   * destruction only then.
+   */
+  void abandon() noexcept {
+    pool.release();
+    buckets = Heads();
+    counts = BucketCount();
+    num_values = 0;
+  }
+
   /** The pool of the nodes, for measuring memory. */
   const MemoryPool<sizeof(Bucket), false>& node_pool() const noexcept { return pool; }
 
