@@ -42,9 +42,9 @@ class TermTexts {
   void reserve(std::size_t num_terms);
 
   /// Handles the terms of `order`, which are those below `term` (itself included) that the map does
-  /// not hold, and gives the text of `term`, which stays in the map (with InlineTexts::release until
-  /// the next call, as an inline text). Throws what the hooks throw and std::bad_alloc; the map then
-  /// holds what was handled, each with its text unless that was let go.
+  /// not hold, and gives the text of `term`, which stays in the map (with InlineTexts::release
+  /// until the next call, as an inline text). Throws what the hooks throw and std::bad_alloc; the
+  /// map then holds what was handled, each with its text unless that was let go.
   const std::string& write(const Term* term, std::span<const Term* const> order);
 
   /// Gives back the memory of the map, quicker than its destruction would: only with
@@ -94,7 +94,7 @@ class TermTexts {
   const InlineTexts inline_texts_;
 
   const Term* root_ = nullptr;
-  PendingTerms pending_;        // the last one needed first
+  PendingTerms pending_;                  // the last one needed first
   std::vector<std::string*> long_texts_;  // those to stay that have memory outside the map
   std::array<Texts, 4> texts_;  // what the hooks get, by number of arguments; the last grows
   TextStream inline_text_;
