@@ -1,6 +1,7 @@
 #include "brum/terms/term_store.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace brum {
@@ -10,6 +11,7 @@ namespace {
 constexpr std::size_t smallest_table = 64;
 constexpr std::size_t smallest_chunk = std::size_t{1} << 12U;
 constexpr std::size_t largest_chunk = huge_page_bytes;
+constexpr std::size_t fetched_ahead = 16;
 
 std::uint64_t word(const void* address) {
   return reinterpret_cast<std::uintptr_t>(address);
@@ -58,6 +60,7 @@ TermStore::Slot TermStore::find_slot(const Symbol* symbol,
   const std::uint64_t hash = hash_of(symbol, arguments);
   const std::uint8_t mark = mark_of(hash);
   std::size_t slot = hash & mask;
+  __builtin_prefetch(&slots_[slot], 1);  // far from its mark, and mostly read or written
   while (marks_[slot] != 0 &&
          (marks_[slot] != mark || !is_application(slots_[slot], symbol, arguments))) {
     slot = (slot + 1) & mask;
@@ -65,9 +68,8 @@ TermStore::Slot TermStore::find_slot(const Symbol* symbol,
   return {slot, mark};
 }
 
-TermStore::Slot TermStore::first_empty_slot(const Term* term) const {
+TermStore::Slot TermStore::first_empty_slot(std::uint64_t hash) const {
   const std::size_t mask = slots_.size() - 1;
-  const std::uint64_t hash = hash_of(term->symbol, term->arguments());
   std::size_t slot = hash & mask;
   while (marks_[slot] != 0) {
     slot = (slot + 1) & mask;
@@ -100,15 +102,37 @@ void TermStore::make_room_in_table() {
   slots_ = std::move(new_slots);
   marks_ = std::move(new_marks);
   // Terms go in again in the order of their ids: memory is read from front to back, and no term is
-  // placed behind one that was made later, on which roll_back relies.
+  // placed behind one that was made later, on which roll_back relies. Their slots are all over the
+  // table, so each is fetched into the cache some terms before its turn.
+  struct Waiting {
+    const Term* term;
+    std::uint64_t hash;
+  };
+  std::array<Waiting, fetched_ahead> waiting;
+  std::size_t fetched = 0;
   for (const Chunk& chunk : chunks_) {
     for (std::size_t offset = 0; offset < chunk.used;) {
-      const auto* term =
-          reinterpret_cast<const Term*>(chunk.memory.begin() + offset + sizeof(std::uint64_t));
-      fill(first_empty_slot(term), term);
+      const Term* const term = term_at(chunk, offset);
       offset += bytes_of(term->symbol->arity);
+      Waiting& next = waiting[fetched % fetched_ahead];
+      if (fetched >= fetched_ahead) {
+        fill(first_empty_slot(next.hash), next.term);
+      }
+      next = {term, hash_of(term->symbol, term->arguments())};
+      const std::size_t slot = next.hash & (new_size - 1);
+      __builtin_prefetch(&marks_[slot], 1);
+      __builtin_prefetch(&slots_[slot], 1);
+      ++fetched;
     }
   }
+  for (std::size_t i = fetched - std::min(fetched, fetched_ahead); i < fetched; ++i) {
+    const Waiting& last = waiting[i % fetched_ahead];
+    fill(first_empty_slot(last.hash), last.term);
+  }
+}
+
+const Term* TermStore::term_at(const Chunk& chunk, std::size_t offset) noexcept {
+  return reinterpret_cast<const Term*>(chunk.memory.begin() + offset + sizeof(std::uint64_t));
 }
 
 TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
@@ -124,7 +148,7 @@ TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
 const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> arguments) {
   make_room_in_table();
   const Slot slot = find_slot(symbol, arguments);
-  if (slots_[slot.index] != nullptr) {
+  if (marks_[slot.index] != 0) {
     return slots_[slot.index];
   }
   const std::size_t bytes = bytes_of(arguments.size());
@@ -151,8 +175,7 @@ void TermStore::roll_back(std::size_t old_size) noexcept {
     Chunk& chunk = chunks_[index];
     std::size_t kept = chunk.used;
     for (std::size_t offset = 0; offset < chunk.used;) {
-      const auto* term =
-          reinterpret_cast<const Term*>(chunk.memory.begin() + offset + sizeof(std::uint64_t));
+      const Term* const term = term_at(chunk, offset);
       if (term->id > old_size) {
         kept = std::min(kept, offset);
         empty_slot_of(term);

@@ -47,6 +47,7 @@ class BRUM_EXPORT TermStore {
     std::size_t used = 0;
   };
 
+  static const Term* term_at(const Chunk& chunk, std::size_t offset) noexcept;
   static std::uint64_t* count_of_uses(const Term* term);
   static std::size_t bytes_of(std::size_t arity);
 
@@ -58,7 +59,7 @@ class BRUM_EXPORT TermStore {
 
   /// Gives the slot that holds the application, or the empty slot where it belongs.
   Slot find_slot(const Symbol* symbol, std::span<const Term* const> arguments) const;
-  Slot first_empty_slot(const Term* term) const;
+  Slot first_empty_slot(std::uint64_t hash) const;
   void fill(Slot slot, const Term* term) noexcept;
 
   void empty_slot_of(const Term* term) noexcept;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -119,6 +120,38 @@ TEST(TermStore, LargeStoresFindEveryTermAgain) {
         ASSERT_EQ(mgr.make_term(term->symbol, arguments), term);
       });
   EXPECT_EQ(mgr.num_terms(), made);
+}
+
+// Forgetting may empty chunks that later terms do not fill, between others.
+TEST(TermStore, FindsEveryTermAgainAfterForgettingMany) {
+  TermManager mgr;
+  const DataType* sort = mgr.get_int_type();
+  const Symbol* constant = mgr.declare("c", sort);
+  const Symbol* f = mgr.declare("f", mgr.make_function_type({sort, sort}, sort));
+  const Symbol* g = mgr.declare("g", mgr.make_function_type({sort, sort}, sort));
+  TermStore store;
+  std::vector<const Term*> kept{store.apply(constant, {})};
+  const auto extend = [&](const Symbol* symbol, int count) {
+    for (int i = 0; i < count; ++i) {
+      const std::array arguments{kept.back(), kept[kept.size() / 2]};
+      kept.push_back(store.apply(symbol, arguments));
+    }
+  };
+  extend(f, 100);
+  for (const std::size_t left : {std::size_t{40}, std::size_t{90}, std::size_t{2'000}}) {
+    extend(f, 20'000);
+    kept.resize(left);
+    store.roll_back(left);
+    ASSERT_EQ(store.size(), left);
+    extend(g, 5'000);
+    ASSERT_EQ(store.size(), kept.size());
+  }
+  for (std::size_t i = 1; i < kept.size(); ++i) {
+    ASSERT_EQ(kept[i]->id, i + 1);
+    const std::array arguments{kept[i]->children[0], kept[i]->children[1]};
+    ASSERT_EQ(store.apply(kept[i]->symbol, arguments), kept[i]);
+  }
+  EXPECT_EQ(store.size(), kept.size());
 }
 
 TEST(TermStore, WideTermsAreKeptWhole) {
