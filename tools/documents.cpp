@@ -37,6 +37,18 @@ std::size_t query_number(const DocumentSource& source) {
   return number;
 }
 
+/// Every symbol that terms of the input may hold, operators and numerals aside.
+std::vector<const Symbol*> all_symbols(const Script& script) {
+  std::vector<const Symbol*> symbols;
+  for (const auto& [name, symbol] : script.symbols) {
+    symbols.push_back(symbol);
+  }
+  for (const IntroducedSymbol& introduced : script.introduced) {
+    symbols.push_back(introduced.symbol);
+  }
+  return symbols;
+}
+
 /// What is in force at the query that the user chose.
 Content content_in_force(const DocumentSource& source) {
   const Script& script = source.script;
@@ -102,10 +114,12 @@ void write_plain(const DocumentSource& source, std::ostream& out) {
   with_printer<SmtLibTermPrinter>(source.line.label, print, v1_format, &source.manager,
                                   source.logic(), source.status(content.status));
   end_with_query(out, content.has_query && !v1_format);
-  ReferenceCounts counts;
-  counts.add_term(formula);
-  source.statistics.assertions = content.terms.size();
-  source.statistics.terms = counts.num_terms();
+  if (source.line.stats != StatsFormat::none) {
+    ReferenceCounts counts;
+    counts.add_term(formula);
+    source.statistics.assertions = content.terms.size();
+    source.statistics.terms = counts.num_terms();
+  }
 }
 
 void write_drawing(const DocumentSource& source, std::ostream& out) {
@@ -194,6 +208,10 @@ std::string DocumentSource::status(const std::string& of_input) const {
 
 void require_writable_names(const DocumentSource& source, const std::vector<const Term*>& terms) {
   const bool v1_format = source.line.form == Form::v1;
+  // Nearly always all names of the input can be written, which takes no look at the terms.
+  if (check_names(all_symbols(source.script), v1_format).empty()) {
+    return;
+  }
   const std::vector<NameProblem> problems = check_names(source.manager, terms, v1_format);
   if (problems.empty()) {
     return;

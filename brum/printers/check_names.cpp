@@ -124,8 +124,11 @@ std::vector<const Symbol*> user_symbols(const std::vector<const Term*>& terms) {
 
 std::vector<NameProblem> check_names(const TermManager& /*manager*/,
                                      const std::vector<const Term*>& terms, bool v1_format) {
+  return check_names(user_symbols(terms), v1_format);
+}
+
+std::vector<NameProblem> check_names(const std::vector<const Symbol*>& symbols, bool v1_format) {
   const KnownWords words(v1_format);
-  const std::vector<const Symbol*> symbols = user_symbols(terms);
   // Names fall together in version 1.2 only. For each text the first symbol and the last.
   hsh::HashMap<std::string, std::pair<const Symbol*, const Symbol*>> with_text;
   if (v1_format) {

@@ -27,6 +27,11 @@ BRUM_EXPORT std::vector<NameProblem> check_names(const TermManager& manager,
                                                  const std::vector<const Term*>& terms,
                                                  bool v1_format);
 
+/// The same for `symbols`, each once, whichever terms mention them: where these are all that there
+/// are and none has a problem, no term needs to be looked at. The order is theirs.
+BRUM_EXPORT std::vector<NameProblem> check_names(const std::vector<const Symbol*>& symbols,
+                                                 bool v1_format);
+
 /// True when `name`, written without bars, is a reserved word of SMT-LIB 2.6 or one of its
 /// commands.
 BRUM_EXPORT bool is_reserved_word(std::string_view name);

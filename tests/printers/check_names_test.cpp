@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "brum/printers/smtlib_identifiers.h"
 #include "tests/support/build_kind.h"
 #include "tests/support/formulas.h"
 #include "tests/support/small_stack.h"
@@ -203,6 +204,25 @@ TEST(CheckNames, DeepTermsNeedNoStack) {
     const Term* formula = testing::make_negations(mgr, testing::make_bool(mgr, "let"), depth);
     EXPECT_EQ(problems(mgr, {formula}, true).size(), 1U);
   });
+}
+
+TEST(CheckNames, AreLookedAtWithoutTerms) {
+  TermManager mgr;
+  const Symbol* good = mgr.declare("x", mgr.get_int_type());
+  const Symbol* word = mgr.declare("let", mgr.get_int_type());
+  const Symbol* first = mgr.declare("a b", mgr.get_int_type());
+  const Symbol* same_in_v1 = mgr.declare(v1_identifier("a b"), mgr.get_int_type());
+  EXPECT_TRUE(check_names({good}, true).empty());
+  EXPECT_TRUE(check_names({good, first, same_in_v1}, false).empty());
+  const auto of_v2 = check_names({good, word, first}, false);
+  ASSERT_EQ(of_v2.size(), 1U);
+  EXPECT_EQ(of_v2[0].symbol, word);
+  EXPECT_EQ(of_v2[0].reason, "is a reserved word of SMT-LIB 2.6");
+  const auto of_v1 = check_names({same_in_v1, good, first}, true);
+  ASSERT_EQ(of_v1.size(), 2U);
+  EXPECT_EQ(of_v1[0].symbol, same_in_v1);
+  EXPECT_EQ(of_v1[0].reason, "is written like 'a b'");
+  EXPECT_EQ(of_v1[1].symbol, first);
 }
 
 }  // namespace
