@@ -5,11 +5,15 @@
 namespace brum {
 
 Value Literals::get(const Token& token) {
-  if (const auto known = values_.find(token.raw); known != values_.end())
-    return known->second;
-  const Value value = make(token);
-  values_[texts_.copy(token.raw)] = value;
-  return value;
+  Literal& literal = literals_->get(token.raw);
+  if (literal.value.term == nullptr) {
+    literal.value = make(token);
+    literal.symbol = literal.value.term->symbol;
+  }
+  // Its sort is asked for soon, and a rare number's is far away.
+  __builtin_prefetch(literal.value.term);
+  __builtin_prefetch(literal.symbol);
+  return literal.value;
 }
 
 Number Literals::number(const Token& token) const {

@@ -1,13 +1,14 @@
 #ifndef BRUM_READERS_LITERALS_H
 #define BRUM_READERS_LITERALS_H
 
+#include <optional>
 #include <string_view>
+#include <utility>
 
 #include "brum/readers/term_builder.h"
+#include "brum/readers/text_table.h"
 #include "brum/readers/token.h"
 #include "brum/readers/value.h"
-#include "brum/terms/arena.h"
-#include "brum/utils/hash_containers.h"
 
 namespace brum {
 
@@ -35,14 +36,19 @@ class Literals {
   Value get(const Number& number);
 
   /// Must be called when the builder's logic has changed.
-  void forget() { values_.clear(false); }
+  void forget() { literals_.emplace(); }
 
  private:
   Value make(const Token& token);
 
+  struct Literal {
+    std::string_view text;
+    Value value;
+    const Symbol* symbol = nullptr;  // of the value's term
+  };
+
   TermBuilder& builder_;
-  Arena texts_;
-  hsh::HashMap<std::string_view, Value> values_;
+  std::optional<TextTable<Literal>> literals_{std::in_place};
 };
 
 }  // namespace brum

@@ -1,8 +1,6 @@
 #include "brum/readers/names.h"
 
-#include <algorithm>
 #include <array>
-#include <new>
 #include <utility>
 
 #include "brum/utils/smtlib_words.h"
@@ -34,21 +32,6 @@ NameTable::NameTable() {
     get(text).reserved = word;
   for (const Operator& op : smtlib2_operators())
     get(op.name).theory_operator = &op;
-}
-
-Name& NameTable::get(std::string_view text) {
-  NameText sought{text};
-  const std::uint64_t hash = hsh::hash_bytes(text);
-  if (const auto found = names_.find({hash, &sought}); found != names_.end()) {
-    return static_cast<Name&>(*found->name);
-  }
-  void* place = arena_.allocate(sizeof(Name) + text.size());
-  Name* name = new (place) Name;
-  char* kept = static_cast<char*>(place) + sizeof(Name);
-  std::copy(text.begin(), text.end(), kept);
-  name->text = {kept, text.size()};
-  names_.insert({hash, name});
-  return *name;
 }
 
 }  // namespace brum

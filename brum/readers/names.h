@@ -6,9 +6,8 @@
 #include <vector>
 
 #include "brum/readers/smtlib2_operators.h"
+#include "brum/readers/text_table.h"
 #include "brum/readers/value.h"
-#include "brum/terms/arena.h"
-#include "brum/utils/hash_containers.h"
 
 namespace brum {
 
@@ -70,14 +69,10 @@ enum class ReservedWord : std::uint8_t {
   other,  // par, BINARY, …, and the names of commands
 };
 
-/// What the table of names compares.
-struct NameText {
-  std::string_view text;
-};
-
 /// A name that occurred in the input, or an operator's or a reserved word. Its address is its
 /// identity: it stays the same as long as the table lives.
-struct Name : NameText {
+struct Name {
+  std::string_view text;
   const Operator* theory_operator = nullptr;
   Binding binding;
   std::uint64_t mark = 0;  // for finding doubles, see NameTable::new_mark()
@@ -86,35 +81,20 @@ struct Name : NameText {
   bool is_free() const { return theory_operator == nullptr && binding.kind == BindingKind::none; }
 };
 
-/// Keeps every name once. Looking up a name costs one probe of a hash table. A name's bytes lie
-/// right behind it, and its hash in the table, so that a probe touches little memory.
+/// Keeps every name once.
 class NameTable {
  public:
   /// Fills in the reserved words and the theories' operators.
   NameTable();
 
   /// Gives the name with this text, made now if it is not there. Throws std::bad_alloc.
-  Name& get(std::string_view text);
+  Name& get(std::string_view text) { return names_.get(text); }
 
   /// Gives a number that no name is marked with yet.
   std::uint64_t new_mark() { return ++last_mark_; }
 
  private:
-  struct Key {
-    std::uint64_t hash;
-    NameText* name;  // a Name, but for what is looked up
-  };
-  struct HashKey {
-    std::uint64_t operator()(const Key& key) const { return key.hash; }
-  };
-  struct EqualKeys {
-    bool operator()(const Key& a, const Key& b) const {
-      return a.hash == b.hash && a.name->text == b.name->text;
-    }
-  };
-
-  Arena arena_;
-  hsh::HashSet<Key, HashKey, EqualKeys> names_;
+  TextTable<Name> names_;
   std::uint64_t last_mark_ = 0;
 };
 

@@ -20,11 +20,11 @@ inline std::size_t large_array_bytes(std::size_t count, std::size_t element_byte
   return count * element_bytes;
 }
 
-/// An array of fixed length that may become large. Its elements are zero at first: numbers or
-/// pointers. A large one costs no time before its elements are used.
+/// An array of fixed length that may become large. Its elements are zero at first: numbers,
+/// pointers, or structures of these. A large one costs no time before its elements are used.
 template <class T>
 class LargeArray {
-  static_assert(std::is_scalar_v<T>, "zero bytes must be a value");
+  static_assert(std::is_trivial_v<T>, "zero bytes must be a value");
 
  public:
   LargeArray() = default;

@@ -464,6 +464,24 @@ struct Fixed {
   int number = 3;
 };
 
+TEST(Hashtable, MayBeAbandonedWithoutALookAtItsValues) {
+  static int destroyed;
+  struct Destroyed {
+    ~Destroyed() { ++destroyed; }
+  };
+  destroyed = 0;
+  {
+    HashMap<int, Destroyed> map;
+    for (int i = 0; i < 1000; ++i) {
+      map.find_or_insert(i);
+    }
+    map.abandon();
+    EXPECT_TRUE(map.empty());
+    EXPECT_EQ(map.bucket_count(), 0U);
+  }
+  EXPECT_EQ(destroyed, 0);
+}
+
 TEST(HashMap, MakesMappedValuesInTheirPlace) {
   HashMap<int, Fixed> map;
   EXPECT_EQ(map[1].number, 3);
