@@ -92,13 +92,12 @@ void LexerBuffer::skip_comment() {
   }
 }
 
-void LexerBuffer::skip_blanks_and_comments() {
+void LexerBuffer::skip_blanks_comments_and_line_ends() {
   while (true) {
+    skip_blanks();
     const char c = buffer_[cursor_];
     if (c == '\n') {
       advance_over_line_feed();
-    } else if (c == ' ' || c == '\t' || c == '\r') {
-      ++cursor_;
     } else if (c == ';') {
       token_start_ = cursor_;
       skip_comment();

@@ -61,7 +61,13 @@ class LexerBuffer {
   }
 
   /// Moves the cursor over blanks, line ends and comments from `;` to the end of a line.
-  void skip_blanks_and_comments();
+  void skip_blanks_and_comments() {
+    skip_blanks();
+    // What else is skipped is below the exclamation mark, or a semicolon.
+    if (static_cast<unsigned char>(current()) < '!' || current() == ';') {
+      skip_blanks_comments_and_line_ends();
+    }
+  }
 
   /// Begins a token at the cursor.
   void begin_token() {
@@ -96,6 +102,14 @@ class LexerBuffer {
   bool pushed_back_ = false;
 
  private:
+  void skip_blanks() {
+    const char* p = buffer_.data() + cursor_;
+    while (*p == ' ' || *p == '\t' || *p == '\r') {
+      ++p;
+    }
+    cursor_ = static_cast<std::size_t>(p - buffer_.data());
+  }
+  void skip_blanks_comments_and_line_ends();
   void skip_comment();
   bool refill();
   TextPosition position_of_cursor() const {

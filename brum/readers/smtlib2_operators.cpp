@@ -79,40 +79,57 @@ void check_same(const TermBuilder& builder, const Operator& op, std::span<const 
   }
 }
 
-void check_sorts(const TermBuilder& builder, const Operator& op, std::span<const Value> arguments) {
-  if (op.operands == Operands::same)
-    check_same(builder, op, arguments);
+/// Requires sorts of which `fits` is true; `expected` describes them.
+template <class Fits>
+void check_each(const TermBuilder& builder, const Operator& op, std::span<const Value> arguments,
+                const char* expected, const Fits& fits) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    if (!fits(builder.sort_of(arguments[i]))) {
+      error_sort(builder, op, arguments[i], i, expected);
+    }
+  }
+}
+
+void check_same_width(const TermBuilder& builder, const Operator& op,
+                      std::span<const Value> arguments) {
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const DataType* sort = builder.sort_of(arguments[i]);
-    switch (op.operands) {
-      case Operands::any:
-      case Operands::same:
-        return;
-      case Operands::booleans:
-        if (sort != builder.manager().get_bool_type()) {
-          error_sort(builder, op, arguments[i], i, "Bool");
-        }
-        break;
-      case Operands::integers:
-        if (sort != builder.manager().get_int_type()) {
-          error_sort(builder, op, arguments[i], i, "Int");
-        }
-        break;
-      case Operands::numbers:
-        if (!builder.is_number_sort(sort)) {
-          error_sort(builder, op, arguments[i], i, "Int or Real");
-        }
-        break;
-      case Operands::bit_vectors:
-      case Operands::same_width:
-        if (sort->kind() != DataType::Kind::bit_vector) {
-          error_sort(builder, op, arguments[i], i, "a bit-vector");
-        }
-        break;
+    if (sort->kind() != DataType::Kind::bit_vector) {
+      error_sort(builder, op, arguments[i], i, "a bit-vector");
     }
-    if (op.operands == Operands::same_width && sort != builder.sort_of(arguments[0])) {
+    if (sort != builder.sort_of(arguments[0])) {
       error_sort(builder, op, arguments[i], i, builder.sort_of(arguments[0])->to_str());
     }
+  }
+}
+
+void check_sorts(const TermBuilder& builder, const Operator& op, std::span<const Value> arguments) {
+  const TermManager& manager = builder.manager();
+  switch (op.operands) {
+    case Operands::any:
+      break;
+    case Operands::same:
+      check_same(builder, op, arguments);
+      break;
+    case Operands::booleans:
+      check_each(builder, op, arguments, "Bool",
+                 [&](const DataType* sort) { return sort == manager.get_bool_type(); });
+      break;
+    case Operands::integers:
+      check_each(builder, op, arguments, "Int",
+                 [&](const DataType* sort) { return sort == manager.get_int_type(); });
+      break;
+    case Operands::numbers:
+      check_each(builder, op, arguments, "Int or Real",
+                 [&](const DataType* sort) { return builder.is_number_sort(sort); });
+      break;
+    case Operands::bit_vectors:
+      check_each(builder, op, arguments, "a bit-vector",
+                 [](const DataType* sort) { return sort->kind() == DataType::Kind::bit_vector; });
+      break;
+    case Operands::same_width:
+      check_same_width(builder, op, arguments);
+      break;
   }
 }
 

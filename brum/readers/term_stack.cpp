@@ -115,6 +115,9 @@ bool TermStack::end_divisors_difference() {
 
 std::span<Value> TermStack::arguments() {
   const std::span<Value> arguments = std::span(values_).subspan(frames_.back().first_value);
+  if (numbers_.empty()) {
+    return arguments;
+  }
   const auto is_number = [](const Value& value) { return value.term == nullptr; };
   const auto count = static_cast<std::size_t>(std::ranges::count_if(arguments, is_number));
   std::size_t next = numbers_.size() - count;
@@ -164,8 +167,9 @@ Value TermStack::apply_function(const Symbol* function, std::span<const Value> a
 void TermStack::end_application(Value value) {
   const Frame& frame = frames_.back();
   values_.resize(frame.first_value);
-  if (frame.kind == Frame::Kind::operation)
+  if (frame.kind == Frame::Kind::operation && !indices_.empty()) {
     indices_.resize(frame.first_index);
+  }
   frames_.pop_back();
   values_.push_back(value);
 }
