@@ -59,10 +59,12 @@ std::string SmtLibTermPrinter::numeral(const Symbol* symbol, const QNumber& valu
   if (!TermManager::is_bv_type(symbol->type, &width)) {
     return to_smtlib(value);
   }
+  // The symbol of a number is named by its digits.
+  const std::string_view digits = symbol->name_view();
   if (v1_format) {
-    return concat({"bv", to_smtlib(value), "[", std::to_string(width), "]"});
+    return concat({"bv", digits, "[", std::to_string(width), "]"});
   }
-  return concat({"(_ bv", to_smtlib(value), " ", std::to_string(width), ")"});
+  return concat({"(_ bv", digits, " ", std::to_string(width), ")"});
 }
 
 std::string SmtLibTermPrinter::indexed_operator(const Symbol* symbol) const {

@@ -1,8 +1,24 @@
 #include "brum/readers/literals.h"
 
+#include <charconv>
+#include <cstdint>
 #include <string>
+#include <system_error>
 
 namespace brum {
+
+namespace {
+
+QNumber number_of(std::string_view digits, int base) {
+  std::int64_t small = 0;
+  if (std::from_chars(digits.data(), digits.data() + digits.size(), small, base).ec ==
+      std::errc()) {
+    return small;
+  }
+  return {mpz_class(std::string(digits), base), 1};
+}
+
+}  // namespace
 
 Value Literals::get(const Token& token) {
   Literal& literal = literals_->get(token.raw);
@@ -30,9 +46,9 @@ Value Literals::make(const Token& token) {
     return get(number(token));
   }
   const bool hexadecimal = token.kind == TokenKind::hexadecimal;
-  const mpz_class number(std::string(token.text), hexadecimal ? 16 : 2);
   const std::size_t width = token.text.size() * (hexadecimal ? 4 : 1);
-  return {builder_.manager().make_bv_number(QNumber(number, 1), width), false};
+  return {builder_.manager().make_bv_number(number_of(token.text, hexadecimal ? 16 : 2), width),
+          false};
 }
 
 }  // namespace brum
