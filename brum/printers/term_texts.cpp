@@ -135,9 +135,9 @@ std::string TermTexts::write_definition(const Term* term, const WriteText& write
 }
 
 inline std::string* TermTexts::define(const Term* term, const Texts& children) {
-  return keep_for_good(
-      term, write_definition(
-                term, [&] { printer_.print_term_and_children(out_, term, children); }));
+  return keep_for_good(term, write_definition(term, [&] {
+                         printer_.print_term_and_children(out_, term, children);
+                       }));
 }
 
 // A definition for its length alone has no effect on the count of levels: no rule limits both.
