@@ -97,7 +97,7 @@ class TextTable {
 
   Entry* make_entry(std::string_view text) {
     void* const place = arena_.allocate(sizeof(Entry) + text.size());
-    Entry* const entry = ::new (place) Entry();
+    auto* const entry = new (place) Entry;
     char* const kept = static_cast<char*>(place) + sizeof(Entry);
     std::copy(text.begin(), text.end(), kept);
     entry->text = {kept, text.size()};

@@ -231,6 +231,26 @@ TEST(Operators, BitVectors) {
   });
 }
 
+TEST(Operators, BitVectorConstantsHaveAnyWidth) {
+  const std::string zeros(62, '0');
+  const std::string ones(62, '1');
+  expect_rows({
+      {"(= #x7fffffffffffffff #x0000000000000001)", "(= (_ bv9223372036854775807 64) (_ bv1 64))"},
+      {"(= #x8000000000000000 #xFFFFFFFFFFFFFFFF)",
+       "(= (_ bv9223372036854775808 64) (_ bv18446744073709551615 64))"},
+      {"(= #x10000000000000000 #x0000000000000000f)",
+       "(= (_ bv18446744073709551616 68) (_ bv15 68))"},
+      {"(= #xffffffffffffffffffffffffffffffff #x00000000000000000000000000000010)",
+       "(= (_ bv340282366920938463463374607431768211455 128) (_ bv16 128))"},
+      {"(= #b1" + ones + " #b1" + zeros + ")",
+       "(= (_ bv9223372036854775807 63) (_ bv4611686018427387904 63))"},
+      {"(= #b11" + ones + " #b10" + zeros + ")",
+       "(= (_ bv18446744073709551615 64) (_ bv9223372036854775808 64))"},
+      {"(= #b000" + ones + " #b100" + zeros + ")",
+       "(= (_ bv4611686018427387903 65) (_ bv18446744073709551616 65))"},
+  });
+}
+
 TEST(Operators, SignedModuloTakesTheSignOfTheDivisor) {
   // The shared remainder keeps this from being a row; the parts are looked at one by one.
   TermManager mgr;
