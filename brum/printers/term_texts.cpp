@@ -15,6 +15,11 @@ namespace {
 /// cache, and the term itself as many terms before that: the order jumps about in the store.
 constexpr std::size_t prefetched = 8;
 
+/// Empties a text and gives its memory back, which an assignment would keep.
+void free_memory_of(std::string& text) noexcept {
+  std::string().swap(text);
+}
+
 /// Copies a text that mostly is a label, and mostly as long as the one in whose place it comes.
 inline void copy_label(std::string& to, const std::string& from) {
   if (to.size() == from.size()) {
@@ -50,7 +55,7 @@ const std::string& TermTexts::write(const Term* term, std::span<const Term* cons
 inline void TermTexts::end_root() noexcept {
   if (inline_texts_ == InlineTexts::release) {
     for (const Pending& root : pending_) {
-      *root.text = std::string();
+      free_memory_of(*root.text);
     }
   }
   pending_.clear();
@@ -59,7 +64,7 @@ inline void TermTexts::end_root() noexcept {
 void TermTexts::abandon_map() noexcept {
   end_root();
   for (std::string* text : long_texts_) {
-    *text = std::string();
+    free_memory_of(*text);
   }
   defs_.abandon();
 }

@@ -1,0 +1,74 @@
+// What printing takes it gives back: the definition map of a document goes at once, whatever texts
+// it holds.
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "brum/printers/smtlib2_term_printer.h"
+#include "brum/printers/smtlib_term_printer.h"
+#include "brum/utils/memory_stream.h"
+#include "tests/support/allocated_bytes.h"
+#include "tests/support/formulas.h"
+
+namespace brum {
+namespace {
+
+constexpr std::size_t text_bytes = 1'000;
+
+/// A formula of constants with long names, with a shared term, and written in one long line.
+const Term* make_long_formula(TermManager& mgr) {
+  const Term* x = testing::make_int(mgr, std::string(text_bytes, 'x'));
+  const Term* y = testing::make_int(mgr, std::string(text_bytes, 'y'));
+  const Term* sum = mgr.make_plus(x, y);
+  return mgr.make_leq(mgr.make_plus(sum, x), mgr.make_plus(sum, y));
+}
+
+template <class Print>
+void expect_no_memory_left(const Print& print) {
+  const auto print_often = [&] {
+    for (int i = 0; i < 5'000; ++i) {
+      MemoryStream out;
+      print(out);
+      ASSERT_GT(out.text().size(), 2 * text_bytes);
+    }
+  };
+  print_often();
+  const std::size_t before = testing::allocated_bytes();
+  print_often();
+  EXPECT_LT(testing::allocated_bytes(), before + 1'000 * text_bytes);
+}
+
+TEST(PrinterMemory, OfOneFormulaIsGivenBack) {
+  TermManager mgr;
+  const Term* formula = make_long_formula(mgr);
+  for (const bool v1 : {true, false}) {
+    expect_no_memory_left([&](std::ostream& out) {
+      SmtLibTermPrinter(v1, &mgr, "", "").print_formula(out, formula);
+    });
+  }
+}
+
+TEST(PrinterMemory, OfAConstantIsGivenBack) {
+  TermManager mgr;
+  const Term* constant = testing::make_bool(mgr, std::string(2 * text_bytes, 'p'));
+  expect_no_memory_left([&](std::ostream& out) {
+    SmtLibTermPrinter(false, &mgr, "", "").print_formula(out, constant);
+  });
+}
+
+TEST(PrinterMemory, OfSeveralTermsIsGivenBack) {
+  TermManager mgr;
+  const Term* formula = make_long_formula(mgr);
+  const std::vector<const Term*> terms{formula->children[0], formula, formula->children[1],
+                                       formula->children[0]->children[1]};
+  expect_no_memory_left([&](std::ostream& out) {
+    SmtLib2TermPrinter(&mgr, "", "", true, nullptr).print_terms(out, terms);
+  });
+}
+
+}  // namespace
+}  // namespace brum
