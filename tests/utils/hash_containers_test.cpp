@@ -13,6 +13,8 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/counted.h"
+
 namespace {
 
 using brum::Symbol;
@@ -23,6 +25,7 @@ using brum::hsh::GetKey_pair;
 using brum::hsh::HashMap;
 using brum::hsh::HashSet;
 using brum::hsh::Hashtable;
+using brum::testing::Counted;
 
 using NameMap = HashMap<const Symbol*, std::string>;
 using NumberMap = HashMap<std::uint64_t, std::string>;
@@ -429,15 +432,6 @@ TEST(Hashtable, NodesAreUsedAgainInTheOrderOfTheFreeList) {
   EXPECT_EQ(&*set.insert(9).first, last);
 }
 
-/** Counts its objects. */
-struct Counted {
-  static inline int alive = 0;
-  Counted() { ++alive; }
-  Counted(const Counted& /*other*/) { ++alive; }
-  Counted& operator=(const Counted&) = default;
-  ~Counted() { --alive; }
-};
-
 TEST(Hashtable, DestroysEveryValueOnce) {
   {
     HashMap<int, Counted> map;
@@ -455,6 +449,20 @@ TEST(Hashtable, DestroysEveryValueOnce) {
   EXPECT_EQ(Counted::alive, 0);
 }
 
+TEST(Hashtable, MayBeAbandonedWithoutALookAtItsValues) {
+  {
+    HashMap<int, Counted> map;
+    for (int key = 0; key < 1000; ++key) {
+      map[key];
+    }
+    map.abandon();
+    EXPECT_TRUE(map.empty());
+    EXPECT_EQ(map.bucket_count(), 0U);
+  }
+  EXPECT_EQ(Counted::alive, 1000);
+  Counted::alive = 0;
+}
+
 /** A mapped value that can only be made in its place. */
 struct Fixed {
   Fixed() = default;
@@ -463,24 +471,6 @@ struct Fixed {
   ~Fixed() = default;
   int number = 3;
 };
-
-TEST(Hashtable, MayBeAbandonedWithoutALookAtItsValues) {
-  static int destroyed;
-  struct Destroyed {
-    ~Destroyed() { ++destroyed; }
-  };
-  destroyed = 0;
-  {
-    HashMap<int, Destroyed> map;
-    for (int i = 0; i < 1000; ++i) {
-      map.find_or_insert(i);
-    }
-    map.abandon();
-    EXPECT_TRUE(map.empty());
-    EXPECT_EQ(map.bucket_count(), 0U);
-  }
-  EXPECT_EQ(destroyed, 0);
-}
 
 TEST(HashMap, MakesMappedValuesInTheirPlace) {
   HashMap<int, Fixed> map;

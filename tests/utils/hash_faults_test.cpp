@@ -2,6 +2,7 @@
 
 #include "brum/utils/hash_containers.h"
 
+#include "tests/support/counted.h"
 #include "tests/support/failing_memory.h"
 
 #include <gtest/gtest.h>
@@ -19,16 +20,8 @@ namespace {
 
 using brum::hsh::HashMap;
 using brum::hsh::HashSet;
+using brum::testing::Counted;
 using brum::testing::MemoryFault;
-
-/** Counts its objects, so that a value that is lost shows in every build. */
-struct Counted {
-  static inline int alive = 0;
-  Counted() { ++alive; }
-  Counted(const Counted& /*other*/) { ++alive; }
-  Counted& operator=(const Counted&) = default;
-  ~Counted() { --alive; }
-};
 
 /** A key each copy of which takes one allocation, with every kind of std::string. */
 struct Name {

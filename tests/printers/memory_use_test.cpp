@@ -42,7 +42,7 @@ void expect_no_memory_left(const Print& print) {
   EXPECT_LT(testing::allocated_bytes(), before + 1'000 * text_bytes);
 }
 
-TEST(PrinterMemory, OfOneFormulaIsGivenBack) {
+TEST(PrinterMemoryUse, OfOneFormulaIsGivenBack) {
   TermManager mgr;
   const Term* formula = make_long_formula(mgr);
   for (const bool v1 : {true, false}) {
@@ -52,7 +52,7 @@ TEST(PrinterMemory, OfOneFormulaIsGivenBack) {
   }
 }
 
-TEST(PrinterMemory, OfAConstantIsGivenBack) {
+TEST(PrinterMemoryUse, OfAConstantIsGivenBack) {
   TermManager mgr;
   const Term* constant = testing::make_bool(mgr, std::string(2 * text_bytes, 'p'));
   expect_no_memory_left([&](std::ostream& out) {
@@ -60,7 +60,7 @@ TEST(PrinterMemory, OfAConstantIsGivenBack) {
   });
 }
 
-TEST(PrinterMemory, OfSeveralTermsIsGivenBack) {
+TEST(PrinterMemoryUse, OfSeveralTermsIsGivenBack) {
   TermManager mgr;
   const Term* formula = make_long_formula(mgr);
   const std::vector<const Term*> terms{formula->children[0], formula, formula->children[1],
