@@ -68,36 +68,25 @@ std::string SmtLibTermPrinter::numeral(const Symbol* symbol, const QNumber& valu
 }
 
 std::string SmtLibTermPrinter::indexed_operator(const Symbol* symbol) const {
-  const SymbolTag::tag tag = TermManager::get_tag(symbol).value_or(SymbolTag::none);
   std::size_t first = 0;
   std::size_t second = 0;
+  QNumber modulus;
   std::string indices;
-  switch (tag) {
-    case SymbolTag::int_modular_congruence: {
-      QNumber modulus;
-      mgr->is_int_modular_congruence(symbol, &modulus);
-      indices = modulus.to_str();
-      break;
-    }
-    case SymbolTag::bv_extract:
-      mgr->is_bv_extract(symbol, &first, &second, nullptr);
-      indices = concat({std::to_string(first), v1_format ? ":" : " ", std::to_string(second)});
-      break;
-    case SymbolTag::bv_rotate_left:
-    case SymbolTag::bv_rotate_right:
-    case SymbolTag::bv_zero_extend:
-    case SymbolTag::bv_sign_extend:
-      static_cast<void>(mgr->is_bv_rotate_left(symbol, &first, nullptr) ||
-                        mgr->is_bv_rotate_right(symbol, &first, nullptr) ||
-                        mgr->is_bv_zero_extend(symbol, &first, nullptr) ||
-                        mgr->is_bv_sign_extend(symbol, &first, nullptr));
-      indices = std::to_string(first);
-      break;
-    default:
-      // The missing blank before "in" is part of the message that users know.
-      throw error(
-          concat({"can't print interpreted symbol ", symbol->name_view(), "in SMT-LIB format"}));
+  if (mgr->is_int_modular_congruence(symbol, &modulus)) {
+    indices = modulus.to_str();
+  } else if (mgr->is_bv_extract(symbol, &first, &second, nullptr)) {
+    indices = concat({std::to_string(first), v1_format ? ":" : " ", std::to_string(second)});
+  } else if (mgr->is_bv_rotate_left(symbol, &first, nullptr) ||
+             mgr->is_bv_rotate_right(symbol, &first, nullptr) ||
+             mgr->is_bv_zero_extend(symbol, &first, nullptr) ||
+             mgr->is_bv_sign_extend(symbol, &first, nullptr)) {
+    indices = std::to_string(first);
+  } else {
+    // The missing blank before "in" is part of the message that users know.
+    throw error(
+        concat({"can't print interpreted symbol ", symbol->name_view(), "in SMT-LIB format"}));
   }
+  const SymbolTag::tag tag = TermManager::get_tag(symbol).value_or(SymbolTag::none);
   const std::string_view name = operator_name(tag).name;
   return v1_format ? concat({name, "[", indices, "]"}) : concat({"(_ ", name, " ", indices, ")"});
 }
