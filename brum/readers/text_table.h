@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <new>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "brum/terms/arena.h"
 #include "brum/utils/hash.h"
@@ -26,18 +26,13 @@ class TextTable {
   static_assert(std::is_trivially_destructible_v<Entry> && alignof(Entry) <= 8);
 
  public:
-  /// Gives the entry with this text, null if there is none.
-  Entry* find(std::string_view text) const noexcept {
-    return slots_.size() == 0 ? nullptr : slots_[find_slot(text, hash_of(text))].entry;
-  }
-
   /// Gives the entry with this text, made now if it is not there. Throws std::bad_alloc and then
   /// changes nothing.
   Entry& get(std::string_view text) {
     if (num_entries_ * 2 >= slots_.size()) {
       grow();
     }
-    const std::uint64_t hash = hash_of(text);
+    const std::uint64_t hash = hsh::hash_bytes(text);
     Slot& slot = slots_[find_slot(text, hash)];
     if (slot.entry == nullptr) {
       slot = {hash, make_entry(text)};
@@ -53,36 +48,6 @@ class TextTable {
   };
 
   static constexpr std::size_t smallest_size = 256;
-
-  template <class Word>
-  static std::uint64_t word_at(const char* bytes) noexcept {
-    Word word = 0;
-    std::memcpy(&word, bytes, sizeof(word));
-    return word;
-  }
-
-  /// Most texts have up to 16 bytes: they are two words, which may overlap.
-  static std::uint64_t hash_of(std::string_view text) noexcept {
-    const std::size_t size = text.size();
-    const char* const begin = text.data();
-    const char* const end = begin + size;
-    std::uint64_t first = 0;
-    std::uint64_t last = 0;
-    if (size > 16) {
-      return hsh::hash_bytes(text);
-    }
-    if (size >= 8) {
-      first = word_at<std::uint64_t>(begin);
-      last = word_at<std::uint64_t>(end - 8);
-    } else if (size >= 4) {
-      first = word_at<std::uint32_t>(begin);
-      last = word_at<std::uint32_t>(end - 4);
-    } else if (size > 0) {
-      first = word_at<std::uint8_t>(begin) << 8U | word_at<std::uint8_t>(begin + size / 2);
-      last = word_at<std::uint8_t>(end - 1);
-    }
-    return hsh::mix(first ^ hsh::first_mixer, last ^ hsh::second_mixer ^ size);
-  }
 
   /// Gives the slot of the entry with this text, or the empty one where it belongs.
   std::size_t find_slot(std::string_view text, std::uint64_t hash) const noexcept {
