@@ -47,6 +47,13 @@ class BRUM_EXPORT DefinitionRule {
     return counts_ != nullptr ? counts_->is_shared(term) : TermManager::num_uses(term) > 1;
   }
 
+  /// Fetches what is_shared() looks at into the cache, but for the term itself.
+  [[gnu::always_inline]] void prefetch(const Term* term) const {
+    if (counts_ != nullptr) {
+      counts_->prefetch(term);
+    }
+  }
+
   /// True when a term other than the outermost is to be cut off for its nesting: `levels` compound
   /// terms nested in one another, the term included.
   bool exceeds_levels(std::size_t levels) const { return levels > most_levels_; }

@@ -44,6 +44,14 @@ class TermIndex {
     return present ? pages_[page][term->id % page_size] : Value{};
   }
 
+  /// Fetches the value of `term` into the cache if there is one.
+  [[gnu::always_inline]] void prefetch(const Term* term) const {
+    const std::size_t page = term->id / page_size;
+    if (page < pages_.size() && pages_[page] != nullptr) {
+      __builtin_prefetch(&pages_[page][term->id % page_size]);
+    }
+  }
+
   /// Makes every value 0 again and gives the memory back.
   void clear() {
     pages_.clear();

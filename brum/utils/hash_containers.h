@@ -199,6 +199,11 @@ class Hashtable {
     __builtin_prefetch(&buckets[index_of(key)]);
   }
 
+  /** The same for the first node of this bucket, which should be in the cache by now. */
+  [[gnu::always_inline]] void prefetch_node(const Key& key) const noexcept {
+    __builtin_prefetch(buckets[index_of(key)]);
+  }
+
   /**
    * Has the next `n` nodes, if they are many, come from one chunk of the pool instead of chunks of
    * the usual sizes, so that they lie on huge pages. Takes no memory yet.
