@@ -32,15 +32,20 @@ std::string_view SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
   if (const auto known = symbol_names.find(symbol); known != symbol_names.end()) {
     return known->second;
   }
+  const auto keep = [&](std::string text) -> std::string_view {
+    return symbol_names.insert_absent(symbol, std::move(text))->second;
+  };
   if (!TermManager::is_interpreted(symbol)) {
     if (!v1_format && is_simple_symbol(symbol->name_view())) {
       return symbol->name_view();
     }
     return quoted_name_ = to_smtlib(std::string(symbol->name_view()));
   }
-  const auto keep = [&](std::string text) -> std::string_view {
-    return symbol_names[symbol] = std::move(text);
-  };
+  std::size_t width = 0;
+  if (TermManager::is_bv_type(symbol->type, &width)) {
+    return keep(
+        bit_vector_numeral(symbol, width));  // no other interpreted symbol is of such a sort
+  }
   const SymbolTag::tag tag = TermManager::get_tag(symbol).value_or(SymbolTag::none);
   if (TermManager::is_equality(symbol) || TermManager::is_term_ite(symbol, nullptr)) {
     return keep(std::string(operator_name(tag).name));
@@ -49,17 +54,13 @@ std::string_view SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
     return fixed->second;
   }
   if (const QNumber* value = mgr->get_number(symbol); value != nullptr) {
-    return keep(numeral(symbol, *value));
+    return keep(to_smtlib(*value));
   }
   return keep(indexed_operator(symbol));
 }
 
-std::string SmtLibTermPrinter::numeral(const Symbol* symbol, const QNumber& value) const {
-  std::size_t width = 0;
-  if (!TermManager::is_bv_type(symbol->type, &width)) {
-    return to_smtlib(value);
-  }
-  // The symbol of a number is named by its digits.
+// The symbol of a number is named by its digits.
+std::string SmtLibTermPrinter::bit_vector_numeral(const Symbol* symbol, std::size_t width) const {
   const std::string_view digits = symbol->name_view();
   if (v1_format) {
     return concat({"bv", digits, "[", std::to_string(width), "]"});
