@@ -67,13 +67,13 @@ void SmtLib2TermPrinter::print_define_start(std::ostream& out, const std::string
     return;
   }
   const std::string& sort = kept_sort_text(term->sort());
-  TextPiece piece(piece_memory, label.size() + sort.size() + 17);
+  TextPiece piece(out, piece_memory, label.size() + sort.size() + 17);
   piece.add("(define-fun ");
   piece.add(label);
   piece.add(" () ");
   piece.add(sort);
   piece.add(' ');
-  write_text(out, piece.text());
+  piece.write();
 }
 
 void SmtLib2TermPrinter::print_define_end(std::ostream& out, const Term* term) {

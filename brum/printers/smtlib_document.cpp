@@ -78,7 +78,7 @@ std::string SmtLibTermPrinter::make_label(std::string_view prefix, const Term* t
 
 void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string& label,
                                            const Term* term) {
-  TextPiece piece(piece_memory, label.size() + 8);
+  TextPiece piece(out, piece_memory, label.size() + 8);
   if (!v1_format) {
     piece.add("(let ((");
   } else if (term->sort() == mgr->get_bool_type()) {
@@ -88,7 +88,7 @@ void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string&
   }
   piece.add(label);
   piece.add(' ');
-  write_text(out, piece.text());
+  piece.write();
   ++open_lets;
 }
 
@@ -115,7 +115,7 @@ void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* t
   for (const std::string& text : texts) {
     most_bytes += text.size() + sizeof(" (to_real )");
   }
-  TextPiece piece(piece_memory, most_bytes);
+  TextPiece piece(out, piece_memory, most_bytes);
   piece.add('(');
   piece.add(name);
   if (is_congruence) {
@@ -137,7 +137,7 @@ void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* t
   if (is_congruence) {
     piece.add(')');
   }
-  write_text(out, piece.text());
+  piece.write();
 }
 
 void SmtLibTermPrinter::print_formula_term(std::ostream& out, const std::string& text,

@@ -6,18 +6,30 @@
 
 #include "brum/printers/text_piece.h"
 #include "brum/printers/write_text.h"
+#include "brum/terms/prefetch_term.h"
 #include "brum/utils/scope_exit.h"
 
 namespace brum {
 
 namespace {
-/// So many terms before its turn a term's arguments and its place in the map are fetched into the
-/// cache, and the term itself as many terms before that: the order jumps about in the store.
-constexpr std::size_t prefetched = 8;
+/// What a term needs is fetched into the cache in four steps, each so many terms after the one
+/// before: the order jumps about in the store, and what waits for memory waits long.
+constexpr std::size_t prefetch_step = 8;
+
+/// True when `argument` was made so long before `term` that its place in the map may have left the
+/// cache since it was last needed.
+inline bool is_far(const Term* argument, const Term* term) {
+  constexpr std::uint64_t near_terms = 4096;
+  return term->id - argument->id > near_terms;
+}
 
 /// Empties a text and gives its memory back, which an assignment would keep.
 void free_memory_of(std::string& text) noexcept {
   std::string().swap(text);
+}
+
+bool has_own_memory(const std::string& text) noexcept {
+  return text.capacity() > std::string().capacity();
 }
 
 /// Copies a text that mostly is a label, and mostly as long as the one in whose place it comes.
@@ -35,17 +47,38 @@ void TermTexts::reserve(std::size_t num_terms) {
   defs_.rehash(num_terms / 7 * 10 + 10);  // tables grow at a load of 0.7
 }
 
+/// Always inline, as GCC 12 drops all fetching from a function of its own.
+[[gnu::always_inline]] inline void TermTexts::prefetch(std::span<const Term* const> coming) const {
+  if (coming.size() <= 4 * prefetch_step) {
+    return;
+  }
+  prefetch_term(coming[4 * prefetch_step]);
+  __builtin_prefetch(coming[3 * prefetch_step]->symbol);
+  const Term* const third = coming[2 * prefetch_step];
+  defs_.prefetch(third);
+  rule_.prefetch(third);
+  for (const Term* argument : third->arguments()) {
+    __builtin_prefetch(argument);
+  }
+  const Term* const second = coming[prefetch_step];
+  for (const Term* argument : second->arguments()) {
+    if (is_far(argument, second)) {
+      defs_.prefetch(argument);
+    }
+  }
+  const Term* const first = coming[prefetch_step / 2];
+  for (const Term* argument : first->arguments()) {
+    if (is_far(argument, first)) {
+      defs_.prefetch_node(argument);
+    }
+  }
+}
+
 const std::string& TermTexts::write(const Term* term, std::span<const Term* const> order) {
   end_root();
   root_ = term;
   for (std::size_t i = 0; i < order.size(); ++i) {
-    if (i + 2 * prefetched < order.size()) {
-      __builtin_prefetch(order[i + 2 * prefetched]);
-      defs_.prefetch(order[i + prefetched]);
-      for (const Term* argument : order[i + prefetched]->arguments()) {
-        __builtin_prefetch(argument);
-      }
-    }
+    prefetch(order.subspan(i));
     handle(order[i]);
   }
   return defs_.find(term)->second;
@@ -98,8 +131,8 @@ inline void TermTexts::borrow_texts(const Term* term, Texts& children,
   }
 }
 
-/// Gives the lent texts back to the map, or lets them go; their memory then serves for texts to
-/// come.
+/// Gives the lent texts back to the map, or lets them go; the memory of some then serves for texts
+/// to come.
 inline void TermTexts::end_loan(PendingTerms::iterator first_lent, Texts& children) noexcept {
   if (first_lent == pending_.end()) {
     return;
@@ -108,11 +141,24 @@ inline void TermTexts::end_loan(PendingTerms::iterator first_lent, Texts& childr
     std::string& text = children[lent->place];
     if (inline_texts_ == InlineTexts::keep) {
       *lent->text = std::move(text);
-    } else {
-      inline_text_.use_memory_of(std::move(text));
+    } else if (has_own_memory(text) && num_spare_texts_ < spare_texts_.size()) {
+      spare_texts_[num_spare_texts_++].swap(text);
     }
   }
   pending_.erase(first_lent, pending_.end());
+}
+
+/// Gives what was written to `inline_text_`, in the memory of a spare text if that is not much too
+/// large.
+inline std::string TermTexts::inline_text() {
+  const std::string_view text = inline_text_.text();
+  if (num_spare_texts_ == 0 || text.size() <= std::string().capacity() ||
+      spare_texts_[num_spare_texts_ - 1].capacity() / 4 > text.size()) {
+    return std::string(text);
+  }
+  std::string& spare = spare_texts_[--num_spare_texts_];
+  spare.assign(text);
+  return std::move(spare);
 }
 
 /// Enters `term`, which the map does not hold, with its whole text.
@@ -123,7 +169,7 @@ inline std::string* TermTexts::keep(const Term* term, std::string&& text) {
 /// The same for a text that is lent to none.
 inline std::string* TermTexts::keep_for_good(const Term* term, std::string&& text) {
   std::string* const kept = keep(term, std::move(text));
-  if (inline_texts_ == InlineTexts::release && kept->capacity() > std::string().capacity()) {
+  if (inline_texts_ == InlineTexts::release && has_own_memory(*kept)) {
     long_texts_.push_back(kept);
   }
   return kept;
@@ -153,7 +199,7 @@ inline std::string* TermTexts::write_inline(const Term* term, const Texts& child
   if (rule_.exceeds_bytes(text.size())) {
     return keep_for_good(term, write_definition(term, [&] { write_text(out_, text); }));
   }
-  return keep(term, inline_text_.take_text());
+  return keep(term, inline_text());
 }
 
 inline void TermTexts::handle_leaf(const Term* term) {

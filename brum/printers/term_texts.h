@@ -11,8 +11,8 @@
 #include "brum/printers/definition_map.h"
 #include "brum/printers/definition_rule.h"
 #include "brum/printers/term_printer.h"
-#include "brum/printers/text_stream.h"
 #include "brum/utils/large_array.h"
+#include "brum/utils/memory_stream.h"
 
 namespace brum {
 
@@ -65,6 +65,7 @@ class TermTexts {
 
   using PendingTerms = std::vector<Pending>;
 
+  void prefetch(std::span<const Term* const> coming) const;
   void handle(const Term* term);
   void handle_leaf(const Term* term);
 
@@ -77,6 +78,7 @@ class TermTexts {
   template <class WriteText>
   std::string write_definition(const Term* term, const WriteText& write_text);
 
+  std::string inline_text();
   std::string* keep(const Term* term, std::string&& text);
   std::string* keep_for_good(const Term* term, std::string&& text);
 
@@ -97,7 +99,9 @@ class TermTexts {
   PendingTerms pending_;                  // the last one needed first
   std::vector<std::string*> long_texts_;  // those to stay that have memory outside the map
   std::array<Texts, 4> texts_;  // what the hooks get, by number of arguments; the last grows
-  TextStream inline_text_;
+  MemoryStream inline_text_;
+  std::array<std::string, 8> spare_texts_;  // let go, but for their memory
+  std::size_t num_spare_texts_ = 0;
 };
 
 }  // namespace brum

@@ -3,44 +3,17 @@
 
 #include <cassert>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <memory>
-#include <string>
+#include <ostream>
 #include <string_view>
+
+#include "brum/printers/copy_text.h"
+#include "brum/printers/write_text.h"
 
 namespace brum {
 
-/// Copies `size` bytes, at least those of a `Word` and at most those of two, in two moves that may
-/// overlap.
-template <class Word>
-void copy_ends(char* to, const char* from, std::size_t size) {
-  Word first;
-  Word last;
-  std::memcpy(&first, from, sizeof(Word));
-  std::memcpy(&last, from + size - sizeof(Word), sizeof(Word));
-  std::memcpy(to, &first, sizeof(Word));
-  std::memcpy(to + size - sizeof(Word), &last, sizeof(Word));
-}
-
-/// Copies `size` bytes. Most texts are labels and names: these are copied here, longer ones by the
-/// C library.
-inline void copy_text(char* to, const char* from, std::size_t size) {
-  if (size > 2 * sizeof(std::uint64_t)) {
-    std::memcpy(to, from, size);
-  } else if (size >= sizeof(std::uint64_t)) {
-    copy_ends<std::uint64_t>(to, from, size);
-  } else if (size >= sizeof(std::uint32_t)) {
-    copy_ends<std::uint32_t>(to, from, size);
-  } else if (size > 0) {
-    to[0] = from[0];
-    to[size / 2] = from[size / 2];
-    to[size - 1] = from[size - 1];
-  }
-}
-
-/// Memory in which a text is put together that goes to a stream in one piece. Serves for one piece
-/// after another.
+/// Memory for pieces that have no room in the buffer of their stream. Serves for one after another.
 class PieceMemory {
  public:
   /// Gives room for `bytes` bytes; earlier room is gone. Throws std::bad_alloc.
@@ -57,21 +30,26 @@ class PieceMemory {
   std::size_t size_ = 0;
 };
 
-/// A text that is put together in a PieceMemory.
+/// A text that is put together and goes to a stream as one: right in the buffer of the stream if
+/// that has room for it, else in a PieceMemory. Nothing else may go to the stream meanwhile.
 ///
-///     TextPiece piece(memory, 2 + name.size());
+///     TextPiece piece(out, memory, 2 + name.size());
 ///     piece.add('(');
 ///     piece.add(name);
 ///     piece.add(')');
-///     write_text(out, piece.text());
+///     piece.write();
 class TextPiece {
  public:
   /// Begins a piece of at most `most_bytes` bytes. Throws std::bad_alloc.
-  TextPiece(PieceMemory& memory, std::size_t most_bytes)
-      : begin_(memory.room_for(most_bytes)), end_(begin_), most_bytes_(most_bytes) {}
-
-  /// What was added so far.
-  std::string_view text() const { return {begin_, static_cast<std::size_t>(end_ - begin_)}; }
+  TextPiece(std::ostream& out, PieceMemory& memory, std::size_t most_bytes)
+      : out_(out), most_bytes_(most_bytes) {
+    begin_ = is_ready(out) ? PutArea::room_for(*out.rdbuf(), most_bytes) : nullptr;
+    is_in_place_ = begin_ != nullptr;
+    if (!is_in_place_) {
+      begin_ = memory.room_for(most_bytes);
+    }
+    end_ = begin_;
+  }
 
   void add(char byte) {
     assert(has_room_for(1));
@@ -92,14 +70,26 @@ class TextPiece {
     end_ += Size - 1;
   }
 
+  /// Ends the piece: what was added is written, as by write_text().
+  void write() {
+    const auto size = static_cast<std::size_t>(end_ - begin_);
+    if (is_in_place_) {
+      PutArea::advance(*out_.rdbuf(), size);
+    } else {
+      write_text(out_, {begin_, size});
+    }
+  }
+
  private:
   bool has_room_for(std::size_t bytes) const {
     return bytes <= most_bytes_ - static_cast<std::size_t>(end_ - begin_);
   }
 
+  std::ostream& out_;
   char* begin_;
   char* end_;
   std::size_t most_bytes_;
+  bool is_in_place_;
 };
 
 }  // namespace brum

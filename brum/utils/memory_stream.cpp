@@ -5,18 +5,12 @@
 
 namespace brum {
 
-std::string_view MemoryBuffer::text() const {
-  const char* const begin = reinterpret_cast<const char*>(memory_.begin());
-  return {begin, static_cast<std::size_t>(pptr() - begin)};
-}
-
 /// Makes room for `bytes` more bytes. Throws std::bad_alloc and then changes nothing.
 void MemoryBuffer::make_room(std::size_t bytes) {
   constexpr std::size_t smallest = 4096;
   const std::size_t used = text().size();
   memory_.grow(std::max({smallest, memory_.size() * 2, used + bytes}));
-  char* const begin = reinterpret_cast<char*>(memory_.begin());
-  setp(begin + used, begin + memory_.size());
+  setp(begin() + used, begin() + memory_.size());
 }
 
 MemoryBuffer::int_type MemoryBuffer::overflow(int_type byte) {

@@ -16,12 +16,16 @@ namespace brum {
 class BRUM_EXPORT MemoryBuffer : public std::streambuf {
  public:
   /// All that was written; valid until more is.
-  std::string_view text() const;
+  std::string_view text() const { return {begin(), static_cast<std::size_t>(pptr() - begin())}; }
+
+  /// Drops the text and keeps the memory.
+  void clear() { setp(begin(), epptr()); }
 
  private:
   int_type overflow(int_type byte) override;
   std::streamsize xsputn(const char* bytes, std::streamsize count) override;
 
+  char* begin() const { return reinterpret_cast<char*>(memory_.begin()); }
   void make_room(std::size_t bytes);
 
   LargeBlock memory_;  // the text, then the put area
@@ -42,6 +46,14 @@ class BRUM_EXPORT MemoryStream : public std::ostream {
 
   /// All that was written; valid until more is.
   std::string_view text() const { return buffer_.text(); }
+
+  /// Drops the text, keeps the memory and clears the error state.
+  void clear_text() {
+    buffer_.clear();
+    if (rdstate() != goodbit) {
+      clear();
+    }
+  }
 
  private:
   MemoryBuffer buffer_;

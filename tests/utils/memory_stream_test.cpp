@@ -24,6 +24,22 @@ TEST(MemoryStream, KeepsWhatIsWritten) {
   EXPECT_EQ(out.text(), std::string_view("a12cde\0f", 8));
 }
 
+TEST(MemoryStream, ServesForOneTextAfterAnother) {
+  MemoryStream out;
+  out.clear_text();  // before there is any memory
+  EXPECT_EQ(out.text(), "");
+  const std::string large(10'000, 'a');
+  out << large;
+  out.setstate(std::ios_base::eofbit);
+  out.clear_text();
+  EXPECT_TRUE(out.good());
+  EXPECT_EQ(out.text(), "");
+  const testing::MemoryFault fault(1, true);
+  out << large;
+  EXPECT_FALSE(fault.hit());
+  EXPECT_EQ(out.text().size(), large.size());
+}
+
 TEST(MemoryStream, TakesSingleBytesWithoutNumber) {
   MemoryStream out;
   std::string expected;
