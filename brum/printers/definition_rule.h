@@ -41,13 +41,15 @@ class BRUM_EXPORT DefinitionRule {
 
   /// True when several places refer to the compound term `term`.
   bool is_shared(const Term* term) const {
-    if (term->symbol->arity == 0) {
-      return false;
-    }
+    return term->symbol->arity != 0 && has_several_places(term);
+  }
+
+  /// True when several places refer to `term`, whatever it is.
+  bool has_several_places(const Term* term) const {
     return counts_ != nullptr ? counts_->is_shared(term) : TermManager::num_uses(term) > 1;
   }
 
-  /// Fetches what is_shared() looks at into the cache, but for the term itself.
+  /// Fetches what has_several_places() looks at into the cache, but for the term itself.
   [[gnu::always_inline]] void prefetch(const Term* term) const {
     if (counts_ != nullptr) {
       counts_->prefetch(term);

@@ -47,6 +47,9 @@ class BRUM_EXPORT ReferenceCounts {
   /// The number of distinct terms that were counted.
   std::size_t num_terms() const { return num_terms_; }
 
+  /// The number of terms that more than one place refers to.
+  std::size_t num_shared() const { return num_shared_; }
+
  private:
   // A term that was met has a count of at least `met`: itself, then one for each place, up to two.
   static constexpr std::uint8_t unseen = 0;
@@ -60,16 +63,18 @@ class BRUM_EXPORT ReferenceCounts {
   TermIndex<std::uint8_t> counts_;
   TermWalk walk_;
   std::size_t num_terms_ = 0;
+  std::size_t num_shared_ = 0;
 };
 
 inline bool ReferenceCounts::visit(const Term* term, bool is_referred_to) {
   std::uint8_t& count = counts_[term];
+  // Without a branch for the references, as nobody can foresee how many there are.
   const bool is_new = count == unseen;
   if (is_new) {
     count = met;
     ++num_terms_;
   }
-  // Without a branch, as nobody can foresee how often a term is referred to.
+  num_shared_ += static_cast<std::size_t>(is_referred_to) & static_cast<std::size_t>(count == one);
   count = static_cast<std::uint8_t>(std::min<int>(count + (is_referred_to ? 1 : 0), many));
   return is_new;
 }

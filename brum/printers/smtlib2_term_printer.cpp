@@ -118,8 +118,8 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   print_define_section_start(out);
   DefinitionMap definitions;
   const DefinitionRule rule = DefinitionRule::for_script(counts);
-  TermTexts texts(*this, out, definitions, rule, InlineTexts::release);
-  texts.reserve(counts.num_terms());
+  TermTexts texts(*this, out, definitions, rule, Entries::shared);
+  texts.reserve(counts.num_shared());
   std::string label;
   std::size_t begin = 0;
   for (std::size_t i = 0; i < terms.size(); ++i) {

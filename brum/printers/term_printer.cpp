@@ -15,7 +15,7 @@ std::string write_term(TermPrinter& printer, std::ostream& out, const Term* term
   TermOrder order;
   counts.add_term(
       term, &defs, [](const Term*) {}, [&](const Term* done) { order.push_back(done); });
-  TermTexts texts(printer, out, defs, rule, InlineTexts::keep);
+  TermTexts texts(printer, out, defs, rule, Entries::all);
   if (!order.empty()) {
     texts.reserve(defs.size() + order.size());
   }
@@ -40,8 +40,8 @@ void TermPrinter::print_formula(std::ostream& out, const Term* formula) {
   print_define_section_start(out);
   const DefinitionRule rule = DefinitionRule::for_formula(counts);
   DefinitionMap defs;
-  TermTexts texts(*this, out, defs, rule, InlineTexts::release);
-  texts.reserve(counts.num_terms());
+  TermTexts texts(*this, out, defs, rule, Entries::shared);
+  texts.reserve(counts.num_shared());
   print_formula_term(out, texts.write(formula, order), formula);
   texts.abandon_map();
   print_define_section_end(out);

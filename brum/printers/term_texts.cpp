@@ -1,7 +1,6 @@
 #include "brum/printers/term_texts.h"
 
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "brum/printers/text_piece.h"
@@ -75,27 +74,20 @@ void TermTexts::reserve(std::size_t num_terms) {
 }
 
 const std::string& TermTexts::write(const Term* term, std::span<const Term* const> order) {
-  end_root();
+  num_pending_ = 0;
   root_ = term;
   for (std::size_t i = 0; i < order.size(); ++i) {
     prefetch(order.subspan(i));
     handle(order[i]);
   }
-  return defs_.find(term)->second;
-}
-
-// Of the inline texts only that of the root is pending at the end, as no place refers to it.
-inline void TermTexts::end_root() noexcept {
-  if (inline_texts_ == InlineTexts::release) {
-    for (const Pending& root : pending_) {
-      free_memory_of(*root.text);
-    }
+  // What no place refers to is pending still.
+  if (num_pending_ == 0 || entries_ == Entries::all) {
+    return defs_.find(term)->second;
   }
-  pending_.clear();
+  return pending_[num_pending_ - 1].own_text;
 }
 
 void TermTexts::abandon_map() noexcept {
-  end_root();
   for (std::string* text : long_texts_) {
     free_memory_of(*text);
   }
@@ -111,127 +103,109 @@ inline TermTexts::Texts& TermTexts::texts_for(std::size_t arity) {
 }
 
 // The hook wants the texts of the arguments side by side. One that only this term refers to is lent
-// from its place in the map instead of being copied. Those were handled from left to right, so from
-// the right each is the last of the pending ones. All other arguments have a text that several
-// places may refer to: the names of constants, labels, and what the map held before.
+// instead of being copied. Those were handled from left to right, so from the right each is the
+// last of the pending ones. All other arguments are in the map: several places may refer to them.
 // `first_lent` is where the lent ones begin, `levels` becomes the most of any of them.
-inline void TermTexts::borrow_texts(const Term* term, Texts& children,
-                                    PendingTerms::iterator& first_lent, std::uint32_t& levels) {
+inline void TermTexts::borrow_texts(const Term* term, Texts& children, std::size_t& first_lent,
+                                    std::uint32_t& levels) {
   for (std::size_t i = term->symbol->arity; i-- > 0;) {
     const Term* argument = term->children[i];
-    if (first_lent == pending_.begin() || std::prev(first_lent)->term != argument) {
+    if (first_lent == 0 || pending_[first_lent - 1].term != argument) {
       copy_label(children[i], defs_.find(argument)->second);
       continue;
     }
-    Pending& lent = *--first_lent;
+    Pending& lent = pending_[--first_lent];
     lent.place = static_cast<std::uint32_t>(i);
     levels = std::max(levels, lent.levels);
-    // Through a third string, so that the map's own does not inherit memory.
-    children[i] = std::string(std::move(*lent.text));
-  }
-}
-
-/// Gives the lent texts back to the map, or lets them go; the memory of some then serves for texts
-/// to come.
-inline void TermTexts::end_loan(PendingTerms::iterator first_lent, Texts& children) noexcept {
-  if (first_lent == pending_.end()) {
-    return;
-  }
-  for (auto lent = first_lent; lent != pending_.end(); ++lent) {
-    std::string& text = children[lent->place];
-    if (inline_texts_ == InlineTexts::keep) {
-      *lent->text = std::move(text);
-    } else if (has_own_memory(text) && num_spare_texts_ < spare_texts_.size()) {
-      spare_texts_[num_spare_texts_++].swap(text);
+    if (lent.text_in_map == nullptr) {
+      children[i].swap(lent.own_text);
+    } else {
+      // Through a third string, so that the map's own does not inherit memory.
+      children[i] = std::string(std::move(*lent.text_in_map));
     }
   }
-  pending_.erase(first_lent, pending_.end());
 }
 
-/// Gives what was written to `inline_text_`, in the memory of a spare text if that is not much too
-/// large.
-inline std::string TermTexts::inline_text() {
-  const std::string_view text = inline_text_.text();
-  if (num_spare_texts_ == 0 || text.size() <= std::string().capacity() ||
-      spare_texts_[num_spare_texts_ - 1].capacity() / 4 > text.size()) {
-    return std::string(text);
+/// Ends that the terms from `first_lent` on are pending, and gives the map its texts back.
+inline void TermTexts::end_loan(std::size_t first_lent, Texts& children) noexcept {
+  if (entries_ == Entries::all) {
+    for (std::size_t i = first_lent; i < num_pending_; ++i) {
+      *pending_[i].text_in_map = std::move(children[pending_[i].place]);
+    }
   }
-  std::string& spare = spare_texts_[--num_spare_texts_];
-  spare.assign(text);
-  return std::move(spare);
-}
-
-/// Enters `term`, which the map does not hold, with its whole text.
-inline std::string* TermTexts::keep(const Term* term, std::string&& text) {
-  return &defs_.insert_absent(term, std::move(text))->second;
-}
-
-/// The same for a text that is lent to none.
-inline std::string* TermTexts::keep_for_good(const Term* term, std::string&& text) {
-  std::string* const kept = keep(term, std::move(text));
-  if (inline_texts_ == InlineTexts::release && has_own_memory(*kept)) {
-    long_texts_.push_back(kept);
-  }
-  return kept;
+  num_pending_ = first_lent;
 }
 
 template <class WriteText>
-std::string TermTexts::write_definition(const Term* term, const WriteText& write_text) {
-  std::string label;
-  printer_.get_define_label(term, label);
-  printer_.print_define_start(out_, label, term);
+inline std::string_view TermTexts::define(const Term* term, const WriteText& write_text) {
+  label_.clear();
+  printer_.get_define_label(term, label_);
+  printer_.print_define_start(out_, label_, term);
   write_text();
   printer_.print_define_end(out_, term);
-  return label;
+  return label_;
 }
 
-inline std::string* TermTexts::define(const Term* term, const Texts& children) {
-  return keep_for_good(term, write_definition(term, [&] {
-                         printer_.print_term_and_children(out_, term, children);
-                       }));
-}
-
-// A definition for its length alone has no effect on the count of levels: no rule limits both.
-inline std::string* TermTexts::write_inline(const Term* term, const Texts& children) {
-  inline_text_.clear_text();
-  printer_.print_term_and_children(inline_text_, term, children);
-  const std::string_view text = inline_text_.text();
-  if (rule_.exceeds_bytes(text.size())) {
-    return keep_for_good(term, write_definition(term, [&] { write_text(out_, text); }));
+/// Gives the next of the pending terms, to be filled in.
+inline TermTexts::Pending& TermTexts::add_pending() {
+  if (num_pending_ == pending_.size()) {
+    pending_.emplace_back();
   }
-  return keep(term, inline_text());
+  return pending_[num_pending_++];
 }
 
-inline void TermTexts::handle_leaf(const Term* term) {
-  inline_text_.clear_text();
-  printer_.print_term_and_children(inline_text_, term, texts_for(0));
-  keep_for_good(term, std::string(inline_text_.text()));
+/// Keeps the text of a term that was handled: in the map, and at hand if one place refers to it.
+inline void TermTexts::enter(const Term* term, std::string_view text, bool is_shared,
+                             std::uint32_t levels) {
+  if (entries_ == Entries::shared && !is_shared) {
+    Pending& pending = add_pending();
+    pending.term = term;
+    pending.levels = levels;
+    if (pending.own_text.capacity() / 4 > text.size()) {
+      free_memory_of(pending.own_text);  // much too large for a text that may stay for long
+    }
+    pending.own_text.assign(text);
+    return;
+  }
+  std::string* const kept = &defs_.insert_absent(term, text)->second;
+  if (entries_ == Entries::shared) {
+    if (has_own_memory(*kept)) {
+      long_texts_.push_back(kept);
+    }
+  } else if (!is_shared && term->symbol->arity != 0) {
+    Pending& pending = add_pending();
+    pending.term = term;
+    pending.levels = levels;
+    pending.text_in_map = kept;
+  }
 }
 
 inline void TermTexts::handle(const Term* term) {
-  if (term->symbol->arity == 0) {
-    handle_leaf(term);
-    return;
-  }
-  const bool is_shared = rule_.is_shared(term);
-  std::string* text = nullptr;
+  const bool is_shared = rule_.has_several_places(term);
+  const bool is_leaf = term->symbol->arity == 0;
+  std::size_t first_lent = num_pending_;
   std::uint32_t levels = 0;
+  std::string_view text;
   {
     Texts& children = texts_for(term->symbol->arity);
-    auto first_lent = pending_.end();
     const ScopeExit end([&] { end_loan(first_lent, children); });
     borrow_texts(term, children, first_lent, levels);
     ++levels;
-    if (is_shared || (term != root_ && rule_.exceeds_levels(levels))) {
+    if (!is_leaf && (is_shared || (term != root_ && rule_.exceeds_levels(levels)))) {
       levels = 0;
-      text = define(term, children);
+      text = define(term, [&] { printer_.print_term_and_children(out_, term, children); });
     } else {
-      text = write_inline(term, children);
+      inline_text_.clear_text();
+      printer_.print_term_and_children(inline_text_, term, children);
+      text = inline_text_.text();
+      // A definition for its length alone has no effect on the count of levels: no rule limits
+      // both.
+      if (!is_leaf && rule_.exceeds_bytes(text.size())) {
+        text = define(term, [&] { write_text(out_, text); });
+      }
     }
   }
-  if (!is_shared) {
-    pending_.push_back({term, text, levels, 0});
-  }
+  enter(term, text, is_shared, is_leaf ? 0 : levels);
 }
 
 }  // namespace brum

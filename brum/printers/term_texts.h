@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "brum/printers/definition_map.h"
@@ -19,37 +20,36 @@ namespace brum {
 /// Terms to be handled one after another: each after its arguments, these from left to right.
 using TermOrder = LargeList<const Term*>;
 
-/// What becomes of an inline text in the definition map once the one text that refers to it is
-/// written.
-enum class InlineTexts : std::uint8_t {
-  /// It stays. For maps that others see.
-  keep,
-  /// It is let go. For a map that nobody else sees and that is empty at first.
-  release
+/// Which of the handled terms get an entry in the definition map.
+enum class Entries : std::uint8_t {
+  /// All, each with its whole text. For maps that others see.
+  all,
+  /// Those that are looked up again, as several places refer to them; the text of another goes from
+  /// the term to the one that refers to it. For a map that nobody else sees and that is empty at
+  /// first.
+  shared
 };
 
-/// Gives the terms of a document their texts: writes definitions to the document and enters every
-/// term into the map. The printer's hooks spell, the rule decides what is defined.
+/// Gives the terms of a document their texts: writes definitions to the document and enters terms
+/// into the map. The printer's hooks spell, the rule decides what is defined.
 class TermTexts {
  public:
   /// All references must outlive this object.
   TermTexts(TermPrinter& printer, std::ostream& out, DefinitionMap& defs,
-            const DefinitionRule& rule, InlineTexts inline_texts)
-      : printer_(printer), out_(out), defs_(defs), rule_(rule), inline_texts_(inline_texts) {}
+            const DefinitionRule& rule, Entries entries)
+      : printer_(printer), out_(out), defs_(defs), rule_(rule), entries_(entries) {}
 
-  /// Makes room in the map for `num_terms` terms in all, those that it holds included. Throws
+  /// Makes room in the map for `num_terms` entries in all, those that it holds included. Throws
   /// std::bad_alloc; the map is then good for destruction only.
   void reserve(std::size_t num_terms);
 
   /// Handles the terms of `order`, which are those below `term` (itself included) that the map does
-  /// not hold, and gives the text of `term`, which stays in the map (with InlineTexts::release
-  /// until the next call, as an inline text). Throws what the hooks throw and std::bad_alloc; the
-  /// map then holds what was handled, each with its text unless that was let go.
+  /// not hold, and gives the text of `term`, which stays until the next call. Throws what the hooks
+  /// throw and std::bad_alloc; with Entries::all the map then holds what was handled.
   const std::string& write(const Term* term, std::span<const Term* const> order);
 
   /// Gives back the memory of the map, quicker than its destruction would: only with
-  /// InlineTexts::release, when no text is needed any more. The map is good for destruction only
-  /// then.
+  /// Entries::shared, when no text is needed any more. The map is good for destruction only then.
   void abandon_map() noexcept;
 
  private:
@@ -57,51 +57,40 @@ class TermTexts {
 
   /// A handled term that one place refers to, which is yet to be written.
   struct Pending {
-    const Term* term;
-    std::string* text;     // in the map
-    std::uint32_t levels;  // of nested compound terms written inline in it
-    std::uint32_t place;   // the argument position that refers to it, while that is written
+    const Term* term = nullptr;
+    std::string* text_in_map = nullptr;  // null with Entries::shared
+    std::string own_text;                // instead of it
+    std::uint32_t levels = 0;            // of nested compound terms written inline in it
+    std::uint32_t place = 0;  // the argument position that refers to it, while that is written
   };
-
-  using PendingTerms = std::vector<Pending>;
 
   void prefetch(std::span<const Term* const> coming) const;
   void handle(const Term* term);
-  void handle_leaf(const Term* term);
-
-  /// Gives the texts of the arguments of `term` to `children`, then writes `term` and gives the
-  /// place of its text in the map.
-  std::string* define(const Term* term, const Texts& children);
-  std::string* write_inline(const Term* term, const Texts& children);
-
-  /// Writes the definition of `term` as a whole; gives its label.
+  /// Writes the definition of `term` as a whole and gives its label, valid until the next call.
   template <class WriteText>
-  std::string write_definition(const Term* term, const WriteText& write_text);
+  std::string_view define(const Term* term, const WriteText& write_text);
 
-  std::string inline_text();
-  std::string* keep(const Term* term, std::string&& text);
-  std::string* keep_for_good(const Term* term, std::string&& text);
-
-  void end_root() noexcept;
+  void enter(const Term* term, std::string_view text, bool is_shared, std::uint32_t levels);
+  Pending& add_pending();
 
   Texts& texts_for(std::size_t arity);
-  void borrow_texts(const Term* term, Texts& children, PendingTerms::iterator& first_lent,
+  void borrow_texts(const Term* term, Texts& children, std::size_t& first_lent,
                     std::uint32_t& levels);
-  void end_loan(PendingTerms::iterator first_lent, Texts& children) noexcept;
+  void end_loan(std::size_t first_lent, Texts& children) noexcept;
 
   TermPrinter& printer_;
   std::ostream& out_;
   DefinitionMap& defs_;
   const DefinitionRule& rule_;
-  const InlineTexts inline_texts_;
+  const Entries entries_;
 
   const Term* root_ = nullptr;
-  PendingTerms pending_;                  // the last one needed first
-  std::vector<std::string*> long_texts_;  // those to stay that have memory outside the map
+  std::vector<Pending> pending_;  // the last one needed first; ...
+  std::size_t num_pending_ = 0;   // ... those behind serve again, with the memory of their texts
+  std::vector<std::string*> long_texts_;  // in the map, with memory outside it
   std::array<Texts, 4> texts_;  // what the hooks get, by number of arguments; the last grows
   MemoryStream inline_text_;
-  std::array<std::string, 8> spare_texts_;  // let go, but for their memory
-  std::size_t num_spare_texts_ = 0;
+  std::string label_;
 };
 
 }  // namespace brum

@@ -4,10 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <vector>
 
+#include "brum/printers/definition_rule.h"
 #include "brum/printers/smtlib2_term_printer.h"
 #include "brum/printers/smtlib_term_printer.h"
 #include "brum/utils/memory_stream.h"
@@ -68,6 +70,40 @@ TEST(PrinterMemoryUse, OfSeveralTermsIsGivenBack) {
   expect_no_memory_left([&](std::ostream& out) {
     SmtLib2TermPrinter(&mgr, "", "", true, nullptr).print_terms(out, terms);
   });
+}
+
+/// Notes what is allocated when the formula is written.
+class MeasuringPrinter : public SmtLibTermPrinter {
+ public:
+  using SmtLibTermPrinter::SmtLibTermPrinter;
+
+  void print_formula_term(std::ostream& /*out*/, const std::string& /*text*/,
+                          const Term* /*term*/) override {
+    allocated = testing::allocated_bytes();
+  }
+
+  std::size_t allocated = 0;
+};
+
+// A conjunction nested to the right, so that all its left sides wait for the innermost. Each is
+// written in long texts at first, and then has a name.
+TEST(PrinterMemoryUse, AShortTextKeepsNoLongOnesMemory) {
+  constexpr std::size_t count = 1'000;
+  TermManager mgr;
+  const Term* variable = testing::make_int(mgr, std::string(5 * text_bytes, 'x'));
+  const Term* formula = mgr.make_true();
+  for (std::size_t i = 0; i < count; ++i) {
+    const Term* nest = mgr.make_leq(variable, mgr.make_number(static_cast<std::int64_t>(i)));
+    for (std::size_t level = 0; level < DefinitionRule::inline_levels + 1; ++level) {
+      nest = mgr.make_not(nest);
+    }
+    formula = mgr.make_and(nest, formula);
+  }
+  MemoryStream out;
+  MeasuringPrinter printer(false, &mgr, "", "");
+  const std::size_t before = testing::allocated_bytes();
+  printer.print_formula(out, formula);
+  EXPECT_LT(printer.allocated, before + out.text().size() * 2 + 2 * count * text_bytes);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@ TEST(ReferenceCounts, PlacesAreArgumentPositionsBelowTheTerm) {
   ReferenceCounts counts;
   counts.add_term(formula);
   EXPECT_EQ(counts.num_terms(), 4U);
+  EXPECT_EQ(counts.num_shared(), 2U);
   EXPECT_TRUE(counts.is_shared(p));
   EXPECT_TRUE(counts.is_shared(not_p));
   EXPECT_FALSE(counts.is_shared(twice));
@@ -49,7 +50,9 @@ TEST(ReferenceCounts, AReferenceFromOutsideIsAPlace) {
   ReferenceCounts counts;
   counts.add_reference(not_p);
   EXPECT_FALSE(counts.is_shared(not_p));
+  EXPECT_EQ(counts.num_shared(), 0U);
   counts.add_reference(formula);
+  EXPECT_EQ(counts.num_shared(), 1U);
   EXPECT_TRUE(counts.is_shared(not_p));
   EXPECT_FALSE(counts.is_shared(formula));
   counts.add_reference(formula);
@@ -57,6 +60,7 @@ TEST(ReferenceCounts, AReferenceFromOutsideIsAPlace) {
   counts.add_reference(formula);  // a count that is full stays
   counts.add_reference(formula);
   EXPECT_TRUE(counts.is_shared(formula));
+  EXPECT_EQ(counts.num_shared(), 2U);
 }
 
 TEST(ReferenceCounts, HandledTermsAreNotEntered) {
