@@ -15,6 +15,12 @@ namespace {
 /// before: the order jumps about in the store, and what waits for memory waits long.
 constexpr std::size_t prefetch_step = 8;
 
+/// Fewer terms are in the cache since they were walked over.
+constexpr std::size_t fewest_prefetched = 4096;
+
+/// So much memory a pending text may have beyond four times its length.
+constexpr std::size_t most_spare_bytes = 128;
+
 /// True when `argument` was made so long before `term` that its place in the map may have left the
 /// cache since it was last needed.
 inline bool is_far(const Term* argument, const Term* term) {
@@ -48,9 +54,6 @@ void TermTexts::reserve(std::size_t num_terms) {
 
 /// Always inline, as GCC 12 drops all fetching from a function of its own.
 [[gnu::always_inline]] inline void TermTexts::prefetch(std::span<const Term* const> coming) const {
-  if (coming.size() <= 4 * prefetch_step) {
-    return;
-  }
   prefetch_term(coming[4 * prefetch_step]);
   __builtin_prefetch(coming[3 * prefetch_step]->symbol);
   const Term* const third = coming[2 * prefetch_step];
@@ -76,9 +79,14 @@ void TermTexts::reserve(std::size_t num_terms) {
 const std::string& TermTexts::write(const Term* term, std::span<const Term* const> order) {
   num_pending_ = 0;
   root_ = term;
-  for (std::size_t i = 0; i < order.size(); ++i) {
+  const std::size_t num_fetching =
+      order.size() < fewest_prefetched ? 0 : order.size() - 4 * prefetch_step;
+  for (std::size_t i = 0; i < num_fetching; ++i) {
     prefetch(order.subspan(i));
     handle(order[i]);
+  }
+  for (const Term* last : order.subspan(num_fetching)) {
+    handle(last);
   }
   // What no place refers to is pending still.
   if (num_pending_ == 0 || entries_ == Entries::all) {
@@ -161,8 +169,8 @@ inline void TermTexts::enter(const Term* term, std::string_view text, bool is_sh
     Pending& pending = add_pending();
     pending.term = term;
     pending.levels = levels;
-    if (pending.own_text.capacity() / 4 > text.size()) {
-      free_memory_of(pending.own_text);  // much too large for a text that may stay for long
+    if (pending.own_text.capacity() > text.size() * 4 + most_spare_bytes) {
+      free_memory_of(pending.own_text);  // it may stay for long
     }
     pending.own_text.assign(text);
     return;
