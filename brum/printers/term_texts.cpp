@@ -145,13 +145,12 @@ inline void TermTexts::end_loan(std::size_t first_lent, Texts& children) noexcep
 }
 
 template <class WriteText>
-inline std::string_view TermTexts::define(const Term* term, const WriteText& write_text) {
+inline void TermTexts::define(const Term* term, const WriteText& write_text) {
   label_.clear();
   printer_.get_define_label(term, label_);
   printer_.print_define_start(out_, label_, term);
   write_text();
   printer_.print_define_end(out_, term);
-  return label_;
 }
 
 /// Gives the next of the pending terms, to be filled in.
@@ -163,8 +162,8 @@ inline TermTexts::Pending& TermTexts::add_pending() {
 }
 
 /// Keeps the text of a term that was handled: in the map, and at hand if one place refers to it.
-inline void TermTexts::enter(const Term* term, std::string_view text, bool is_shared,
-                             std::uint32_t levels) {
+template <class Text>
+inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std::uint32_t levels) {
   if (entries_ == Entries::shared && !is_shared) {
     Pending& pending = add_pending();
     pending.term = term;
@@ -175,7 +174,7 @@ inline void TermTexts::enter(const Term* term, std::string_view text, bool is_sh
     pending.own_text.assign(text);
     return;
   }
-  std::string* const kept = &defs_.insert_absent(term, text)->second;
+  std::string* const kept = &defs_.insert_absent(term, std::forward<Text>(text))->second;
   if (entries_ == Entries::shared) {
     if (has_own_memory(*kept)) {
       long_texts_.push_back(kept);
@@ -191,29 +190,34 @@ inline void TermTexts::enter(const Term* term, std::string_view text, bool is_sh
 inline void TermTexts::handle(const Term* term) {
   const bool is_shared = rule_.has_several_places(term);
   const bool is_leaf = term->symbol->arity == 0;
+  bool is_defined = false;
   std::size_t first_lent = num_pending_;
   std::uint32_t levels = 0;
-  std::string_view text;
   {
     Texts& children = texts_for(term->symbol->arity);
     const ScopeExit end([&] { end_loan(first_lent, children); });
     borrow_texts(term, children, first_lent, levels);
     ++levels;
-    if (!is_leaf && (is_shared || (term != root_ && rule_.exceeds_levels(levels)))) {
+    is_defined = !is_leaf && (is_shared || (term != root_ && rule_.exceeds_levels(levels)));
+    if (is_defined) {
       levels = 0;
-      text = define(term, [&] { printer_.print_term_and_children(out_, term, children); });
+      define(term, [&] { printer_.print_term_and_children(out_, term, children); });
     } else {
       inline_text_.clear_text();
       printer_.print_term_and_children(inline_text_, term, children);
-      text = inline_text_.text();
       // A definition for its length alone has no effect on the count of levels: no rule limits
       // both.
-      if (!is_leaf && rule_.exceeds_bytes(text.size())) {
-        text = define(term, [&] { write_text(out_, text); });
+      is_defined = !is_leaf && rule_.exceeds_bytes(inline_text_.text().size());
+      if (is_defined) {
+        define(term, [&] { write_text(out_, inline_text_.text()); });
       }
     }
   }
-  enter(term, text, is_shared, is_leaf ? 0 : levels);
+  if (is_defined) {
+    enter(term, std::move(label_), is_shared, levels);
+  } else {
+    enter(term, inline_text_.text(), is_shared, is_leaf ? 0 : levels);
+  }
 }
 
 }  // namespace brum

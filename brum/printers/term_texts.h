@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "brum/printers/definition_map.h"
@@ -66,11 +65,12 @@ class TermTexts {
 
   void prefetch(std::span<const Term* const> coming) const;
   void handle(const Term* term);
-  /// Writes the definition of `term` as a whole and gives its label, valid until the next call.
+  /// Writes the definition of `term` as a whole, under its label, which is then in `label_`.
   template <class WriteText>
-  std::string_view define(const Term* term, const WriteText& write_text);
+  void define(const Term* term, const WriteText& write_text);
 
-  void enter(const Term* term, std::string_view text, bool is_shared, std::uint32_t levels);
+  template <class Text>
+  void enter(const Term* term, Text&& text, bool is_shared, std::uint32_t levels);
   Pending& add_pending();
 
   Texts& texts_for(std::size_t arity);
