@@ -187,6 +187,15 @@ inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std:
   }
 }
 
+/// Makes room for the text around one of `bytes` bytes if it will be long: it is put together
+/// without another copy then.
+inline void TermTexts::make_room_around(std::size_t bytes) {
+  constexpr std::size_t long_text = 16384;
+  if (bytes > long_text) {
+    inline_text_.reserve(3 * bytes);
+  }
+}
+
 inline void TermTexts::handle(const Term* term) {
   const bool is_shared = rule_.has_several_places(term);
   const bool is_leaf = term->symbol->arity == 0;
@@ -205,6 +214,7 @@ inline void TermTexts::handle(const Term* term) {
     } else {
       inline_text_.clear_text();
       printer_.print_term_and_children(inline_text_, term, children);
+      make_room_around(inline_text_.text().size());
       // A definition for its length alone has no effect on the count of levels: no rule limits
       // both.
       is_defined = !is_leaf && rule_.exceeds_bytes(inline_text_.text().size());

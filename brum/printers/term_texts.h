@@ -73,6 +73,7 @@ class TermTexts {
   void enter(const Term* term, Text&& text, bool is_shared, std::uint32_t levels);
   Pending& add_pending();
 
+  void make_room_around(std::size_t bytes);
   Texts& texts_for(std::size_t arity);
   void borrow_texts(const Term* term, Texts& children, std::size_t& first_lent,
                     std::uint32_t& levels);

@@ -26,9 +26,7 @@ std::streamsize MemoryBuffer::xsputn(const char* bytes, std::streamsize count) {
     return 0;
   }
   const auto size = static_cast<std::size_t>(count);
-  if (count > epptr() - pptr()) {
-    make_room(size);
-  }
+  reserve(size);
   std::memcpy(pptr(), bytes, size);
   setp(pptr() + size, epptr());  // unlike pbump() for any size
   return count;

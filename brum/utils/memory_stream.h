@@ -21,6 +21,14 @@ class BRUM_EXPORT MemoryBuffer : public std::streambuf {
   /// Drops the text and keeps the memory.
   void clear() { setp(begin(), epptr()); }
 
+  /// Makes room for `bytes` more bytes, so that they can be put without the buffer being asked.
+  /// Throws std::bad_alloc and then changes nothing.
+  void reserve(std::size_t bytes) {
+    if (bytes > static_cast<std::size_t>(epptr() - pptr())) {
+      make_room(bytes);
+    }
+  }
+
  private:
   int_type overflow(int_type byte) override;
   std::streamsize xsputn(const char* bytes, std::streamsize count) override;
@@ -46,6 +54,9 @@ class BRUM_EXPORT MemoryStream : public std::ostream {
 
   /// All that was written; valid until more is.
   std::string_view text() const { return buffer_.text(); }
+
+  /// Makes room for `bytes` more bytes. Throws std::bad_alloc and then changes nothing.
+  void reserve(std::size_t bytes) { buffer_.reserve(bytes); }
 
   /// Drops the text, keeps the memory and clears the error state.
   void clear_text() {

@@ -84,6 +84,18 @@ TEST(MemoryStream, GrowsInLeaps) {
   EXPECT_LE(none.allocations(), 10U);
 }
 
+TEST(MemoryStream, HasTheRoomThatItWasToldToMake) {
+  MemoryStream out;
+  out << "a";
+  out.reserve(100'000);
+  const std::string large(100'000, 'b');
+  const testing::MemoryFault none(std::numeric_limits<std::size_t>::max());
+  out << large;
+  out.reserve(0);
+  EXPECT_EQ(none.allocations(), 0U);
+  EXPECT_EQ(out.text(), 'a' + large);
+}
+
 TEST(MemoryStream, ThrowsWhereMemoryEnds) {
   MemoryStream out;
   out << "kept";
