@@ -11,9 +11,13 @@
 namespace brum {
 
 namespace {
-/// What a term needs is fetched into the cache in four steps, each so many terms after the one
-/// before: the order jumps about in the store, and what waits for memory waits long.
-constexpr std::size_t prefetch_step = 8;
+/// So many terms before its turn is fetched into the cache what a term needs, each thing after
+/// those that lead to it: the order jumps about in the store, and what waits for memory waits long.
+constexpr std::size_t term_ahead = 32;
+constexpr std::size_t symbol_ahead = 24;
+constexpr std::size_t arguments_ahead = 16;
+constexpr std::size_t far_buckets_ahead = 8;
+constexpr std::size_t far_nodes_ahead = 4;
 
 /// Fewer terms are in the cache since they were walked over.
 constexpr std::size_t fewest_prefetched = 4096;
@@ -54,23 +58,23 @@ void TermTexts::reserve(std::size_t num_terms) {
 
 /// Always inline, as GCC 12 drops all fetching from a function of its own.
 [[gnu::always_inline]] inline void TermTexts::prefetch(std::span<const Term* const> coming) const {
-  prefetch_term(coming[4 * prefetch_step]);
-  __builtin_prefetch(coming[3 * prefetch_step]->symbol);
-  const Term* const third = coming[2 * prefetch_step];
-  defs_.prefetch(third);
-  rule_.prefetch(third);
-  for (const Term* argument : third->arguments()) {
+  prefetch_term(coming[term_ahead]);
+  __builtin_prefetch(coming[symbol_ahead]->symbol);
+  const Term* next = coming[arguments_ahead];
+  defs_.prefetch(next);
+  rule_.prefetch(next);
+  for (const Term* argument : next->arguments()) {
     __builtin_prefetch(argument);
   }
-  const Term* const second = coming[prefetch_step];
-  for (const Term* argument : second->arguments()) {
-    if (is_far(argument, second)) {
+  next = coming[far_buckets_ahead];
+  for (const Term* argument : next->arguments()) {
+    if (is_far(argument, next)) {
       defs_.prefetch(argument);
     }
   }
-  const Term* const first = coming[prefetch_step / 2];
-  for (const Term* argument : first->arguments()) {
-    if (is_far(argument, first)) {
+  next = coming[far_nodes_ahead];
+  for (const Term* argument : next->arguments()) {
+    if (is_far(argument, next)) {
       defs_.prefetch_node(argument);
     }
   }
@@ -79,8 +83,7 @@ void TermTexts::reserve(std::size_t num_terms) {
 const std::string& TermTexts::write(const Term* term, std::span<const Term* const> order) {
   num_pending_ = 0;
   root_ = term;
-  const std::size_t num_fetching =
-      order.size() < fewest_prefetched ? 0 : order.size() - 4 * prefetch_step;
+  const std::size_t num_fetching = order.size() < fewest_prefetched ? 0 : order.size() - term_ahead;
   for (std::size_t i = 0; i < num_fetching; ++i) {
     prefetch(order.subspan(i));
     handle(order[i]);
@@ -179,7 +182,7 @@ inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std:
     if (has_own_memory(*kept)) {
       long_texts_.push_back(kept);
     }
-  } else if (!is_shared && term->symbol->arity != 0) {
+  } else if (!is_shared) {
     Pending& pending = add_pending();
     pending.term = term;
     pending.levels = levels;

@@ -184,6 +184,8 @@ TEST(DotTermPrinter, LongLabelsAreCutBetweenCharacters) {
   // The bar before the name and 38 letters make 39 bytes; the next character has two.
   EXPECT_THAT(drawing(mgr, testing::make_bool(mgr, std::string(38, 'a') + "\u00e9\u00e9")),
               HasSubstr("\"|" + std::string(38, 'a') + "...\""));
+  // Bytes that only continue characters.
+  EXPECT_THAT(drawing(mgr, testing::make_bool(mgr, std::string(41, '\x80'))), HasSubstr("\"...\""));
 }
 
 TEST(DotTermPrinter, TheNodesNearestTheFormulaAreDrawn) {

@@ -329,6 +329,14 @@ TEST(Hashtable, RehashTakesOldBucketsInTheirOrder) {
   EXPECT_EQ(keys_of(set), (std::vector<std::uint64_t>{1173, 297, 662}));
 }
 
+TEST(Hashtable, IteratorsBeginInTheFirstBucket) {
+  NumberSet set;
+  set.insert(1);
+  set.insert(0);
+  EXPECT_EQ(*set.begin(), 0U);
+  EXPECT_EQ(*std::as_const(set).begin(), 0U);
+}
+
 TEST(Hashtable, IteratorsMoveForwardAndCompareByNode) {
   NumberSet set;
   set.insert(1);
