@@ -20,30 +20,44 @@ constexpr bool is_digit(char byte) {
   return byte >= '0' && byte <= '9';
 }
 
-constexpr std::array<bool, 256> find_simple_symbol_bytes() {
-  constexpr std::string_view punctuation = "~!@$%^&*_-+=<>.?/";
-  std::array<bool, 256> table{};
-  for (std::size_t code = 0; code < table.size(); ++code) {
+/// For each byte, by its unsigned value, whether it may be part of a name.
+using ByteSet = std::array<bool, 256>;
+
+constexpr ByteSet letters_digits_and(std::string_view punctuation) {
+  ByteSet set{};
+  for (std::size_t code = 0; code < set.size(); ++code) {
     const char byte = static_cast<char>(code);
-    table.at(code) =
+    set.at(code) =
         is_letter(byte) || is_digit(byte) || punctuation.find(byte) != std::string_view::npos;
   }
-  return table;
+  return set;
 }
 
-/// For each byte, by its unsigned value, whether a simple symbol of SMT-LIB 2.6 may hold it.
-constexpr std::array<bool, 256> simple_symbol_bytes = find_simple_symbol_bytes();
+/// What an identifier of SMT-LIB 1.2 is made of here, and a simple symbol of SMT-LIB 2.6.
+constexpr ByteSet v1_identifier_bytes = letters_digits_and("._");
+constexpr ByteSet simple_symbol_bytes = letters_digits_and("~!@$%^&*_-+=<>.?/");
+
+bool is_in(const ByteSet& set, char byte) {
+  return set[static_cast<unsigned char>(byte)];
+}
+
+bool are_all_in(const ByteSet& set, std::string_view name) {
+  return std::all_of(name.begin(), name.end(), [&](char byte) { return is_in(set, byte); });
+}
+
+bool may_begin_v1_identifier(std::string_view name) {
+  return !name.empty() && (is_letter(name.front()) || name.front() == '_');
+}
 
 }  // namespace
 
 std::string v1_identifier(std::string_view name) {
   std::string text;
-  const char first = name.empty() ? '\0' : name.front();
-  if (!is_letter(first) && first != '_') {
+  if (!may_begin_v1_identifier(name)) {
     text += '_';
   }
   for (const char byte : name) {
-    if (is_letter(byte) || is_digit(byte) || byte == '.' || byte == '_') {
+    if (is_in(v1_identifier_bytes, byte)) {
       text += byte;
     } else {
       const auto value = static_cast<signed char>(byte);
@@ -53,13 +67,12 @@ std::string v1_identifier(std::string_view name) {
   return text;
 }
 
+bool is_v1_identifier(std::string_view name) {
+  return may_begin_v1_identifier(name) && are_all_in(v1_identifier_bytes, name);
+}
+
 bool is_simple_symbol(std::string_view name) {
-  if (!name.empty() && is_digit(name.front())) {
-    return false;
-  }
-  return std::all_of(name.begin(), name.end(), [](char byte) {
-    return simple_symbol_bytes[static_cast<unsigned char>(byte)];
-  });
+  return (name.empty() || !is_digit(name.front())) && are_all_in(simple_symbol_bytes, name);
 }
 
 std::string SmtLibTermPrinter::to_smtlib(const std::string& name) const {

@@ -14,6 +14,9 @@ namespace brum {
 /// signed byte, `_`. Different names may give one identifier.
 BRUM_EXPORT std::string v1_identifier(std::string_view name);
 
+/// True when v1_identifier() gives the name as it is.
+BRUM_EXPORT bool is_v1_identifier(std::string_view name);
+
 /// True when a name of SMT-LIB 2.6 is written without bars: letters, digits and ~!@$%^&*_-+=<>.?/
 /// only, no digit first. True for the empty name and for reserved words.
 BRUM_EXPORT bool is_simple_symbol(std::string_view name);

@@ -36,15 +36,15 @@ std::string_view SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
     return symbol_names.insert_absent(symbol, std::move(text))->second;
   };
   if (!TermManager::is_interpreted(symbol)) {
-    if (!v1_format && is_simple_symbol(symbol->name_view())) {
-      return symbol->name_view();
+    const std::string_view name = symbol->name_view();
+    if (v1_format ? is_v1_identifier(name) : is_simple_symbol(name)) {
+      return name;
     }
-    return quoted_name_ = to_smtlib(std::string(symbol->name_view()));
+    return quoted_name_ = to_smtlib(std::string(name));
   }
   std::size_t width = 0;
-  if (TermManager::is_bv_type(symbol->type, &width)) {
-    return keep(
-        bit_vector_numeral(symbol, width));  // no other interpreted symbol is of such a sort
+  if (TermManager::is_numeral(symbol) && TermManager::is_bv_type(symbol->type, &width)) {
+    return keep(bit_vector_numeral(symbol, width));
   }
   const SymbolTag::tag tag = TermManager::get_tag(symbol).value_or(SymbolTag::none);
   if (TermManager::is_equality(symbol) || TermManager::is_term_ite(symbol, nullptr)) {

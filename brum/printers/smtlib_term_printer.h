@@ -126,7 +126,8 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   /// Line breaks rather than blanks after definitions and around the formula.
   bool use_newlines = true;
 
-  /// For the application or the opening of a definition that is being put together.
+  /// For the application or the opening of a definition that is being put together where the
+  /// stream has no room for it.
   PieceMemory piece_memory;
 
  private:

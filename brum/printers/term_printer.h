@@ -127,7 +127,8 @@ class BRUM_EXPORT TermPrinter {
   /// Shared are the subterms that the unhandled part of `term` refers to from several places.
   std::string do_print_term(std::ostream& out, const Term* term, DefinitionMap& defs);
 
-  /// The same, with a rule of the driver's own for which subterms get a definition.
+  /// The same, with a rule of the driver's own for which subterms get a definition. Its counts must
+  /// cover all places below `term` that refer to compound terms which `defs` does not hold.
   std::string do_print_term(std::ostream& out, const Term* term, DefinitionMap& defs,
                             const DefinitionRule& rule);
 

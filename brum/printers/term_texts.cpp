@@ -51,9 +51,9 @@ inline void copy_label(std::string& to, const std::string& from) {
 }
 }  // namespace
 
-void TermTexts::reserve(std::size_t num_terms) {
-  defs_.expect_nodes(num_terms - defs_.size());
-  defs_.rehash(num_terms / 7 * 10 + 10);  // tables grow at a load of 0.7
+void TermTexts::reserve(std::size_t num_entries) {
+  defs_.expect_nodes(num_entries - defs_.size());
+  defs_.rehash(num_entries / 7 * 10 + 10);  // tables grow at a load of 0.7
 }
 
 /// Always inline, as GCC 12 drops all fetching from a function of its own.
@@ -137,11 +137,15 @@ inline void TermTexts::borrow_texts(const Term* term, Texts& children, std::size
   }
 }
 
-/// Ends that the terms from `first_lent` on are pending, and gives the map its texts back.
+/// Ends that the terms from `first_lent` on are pending, and gives the map its texts back. What is
+/// pending next takes the place of the first; the others may not be needed again for long.
 inline void TermTexts::end_loan(std::size_t first_lent, Texts& children) noexcept {
-  if (entries_ == Entries::all) {
-    for (std::size_t i = first_lent; i < num_pending_; ++i) {
-      *pending_[i].text_in_map = std::move(children[pending_[i].place]);
+  for (std::size_t i = first_lent; i < num_pending_; ++i) {
+    Pending& lent = pending_[i];
+    if (lent.text_in_map != nullptr) {
+      *lent.text_in_map = std::move(children[lent.place]);
+    } else if (i != first_lent && lent.own_text.capacity() > most_spare_bytes) {
+      free_memory_of(lent.own_text);
     }
   }
   num_pending_ = first_lent;
@@ -182,7 +186,7 @@ inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std:
     if (has_own_memory(*kept)) {
       long_texts_.push_back(kept);
     }
-  } else if (!is_shared) {
+  } else if (!is_shared && term->symbol->arity != 0) {
     Pending& pending = add_pending();
     pending.term = term;
     pending.levels = levels;
@@ -190,8 +194,8 @@ inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std:
   }
 }
 
-/// Makes room for the text around one of `bytes` bytes if it will be long: it is put together
-/// without another copy then.
+/// Makes room for the text around one of `bytes` bytes if it will be long: it is mostly put
+/// together without another copy then.
 inline void TermTexts::make_room_around(std::size_t bytes) {
   constexpr std::size_t long_text = 16384;
   if (bytes > long_text) {
@@ -217,12 +221,13 @@ inline void TermTexts::handle(const Term* term) {
     } else {
       inline_text_.clear_text();
       printer_.print_term_and_children(inline_text_, term, children);
-      make_room_around(inline_text_.text().size());
       // A definition for its length alone has no effect on the count of levels: no rule limits
       // both.
       is_defined = !is_leaf && rule_.exceeds_bytes(inline_text_.text().size());
       if (is_defined) {
         define(term, [&] { write_text(out_, inline_text_.text()); });
+      } else if (term != root_) {
+        make_room_around(inline_text_.text().size());
       }
     }
   }

@@ -38,13 +38,13 @@ class TermTexts {
             const DefinitionRule& rule, Entries entries)
       : printer_(printer), out_(out), defs_(defs), rule_(rule), entries_(entries) {}
 
-  /// Makes room in the map for `num_terms` entries in all, those that it holds included. Throws
+  /// Makes room in the map for `num_entries` entries in all, those that it holds included. Throws
   /// std::bad_alloc; the map is then good for destruction only.
-  void reserve(std::size_t num_terms);
+  void reserve(std::size_t num_entries);
 
-  /// Handles the terms of `order`, which are those below `term` (itself included) that the map does
-  /// not hold, and gives the text of `term`, which stays until the next call. Throws what the hooks
-  /// throw and std::bad_alloc; with Entries::all the map then holds what was handled.
+  /// Handles the terms of `order`, which are those below `term` (itself included) that were not
+  /// handled yet, and gives the text of `term`, which stays until the next call. Throws what the
+  /// hooks throw and std::bad_alloc; with Entries::all the map then holds what was handled.
   const std::string& write(const Term* term, std::span<const Term* const> order);
 
   /// Gives back the memory of the map, quicker than its destruction would: only with

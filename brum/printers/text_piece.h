@@ -42,14 +42,11 @@ class TextPiece {
  public:
   /// Begins a piece of at most `most_bytes` bytes. Throws std::bad_alloc.
   TextPiece(std::ostream& out, PieceMemory& memory, std::size_t most_bytes)
-      : out_(out), most_bytes_(most_bytes) {
-    begin_ = is_ready(out) ? PutArea::room_for(*out.rdbuf(), most_bytes) : nullptr;
-    is_in_place_ = begin_ != nullptr;
-    if (!is_in_place_) {
-      begin_ = memory.room_for(most_bytes);
-    }
-    end_ = begin_;
-  }
+      : out_(out),
+        place_(is_ready(out) ? PutArea::room_for(*out.rdbuf(), most_bytes) : nullptr),
+        begin_(place_ != nullptr ? place_ : memory.room_for(most_bytes)),
+        end_(begin_),
+        most_bytes_(most_bytes) {}
 
   void add(char byte) {
     assert(has_room_for(1));
@@ -73,7 +70,7 @@ class TextPiece {
   /// Ends the piece: what was added is written, as by write_text().
   void write() {
     const auto size = static_cast<std::size_t>(end_ - begin_);
-    if (is_in_place_) {
+    if (place_ != nullptr) {
       PutArea::advance(*out_.rdbuf(), size);
     } else {
       write_text(out_, {begin_, size});
@@ -86,10 +83,10 @@ class TextPiece {
   }
 
   std::ostream& out_;
+  char* place_;  // in the buffer of the stream, or null
   char* begin_;
   char* end_;
   std::size_t most_bytes_;
-  bool is_in_place_;
 };
 
 }  // namespace brum

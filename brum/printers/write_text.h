@@ -12,7 +12,8 @@
 namespace brum {
 
 /// Fills the put area of a stream's buffer, which only classes derived from it can name. The buffer
-/// finds the bytes there as if sputc() had put one after another.
+/// finds the bytes there as if sputc() had put one after another; it is only asked where there is
+/// no room. Its members are called through pointers, as it is no PutArea that it could be cast to.
 class PutArea : private std::streambuf {
  public:
   /// Gives the place of the next byte, or null when there is no room for `bytes` bytes.

@@ -11,7 +11,7 @@ const Symbol* NumeralTable::numeral(const QNumber& value, const DataType* type) 
   if (const auto found = numerals_.find(key); found != numerals_.end()) {
     return found->second;
   }
-  const Symbol* symbol = factory_.make_interpreted_symbol(value.to_str(), type);
+  const Symbol* symbol = factory_.make_numeral_symbol(value.to_str(), type);
   values_[symbol] = value;
   numerals_[key] = symbol;
   return symbol;

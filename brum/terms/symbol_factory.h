@@ -17,23 +17,33 @@ class BRUM_EXPORT SymbolFactory {
 
   /// A symbol of the user's; the name is copied. Throws std::bad_alloc.
   const Symbol* make_user_symbol(std::string_view name, const DataType* type) {
-    return make(name, type, false, SymbolTag::none);
+    return make(name, type, {});
   }
 
   /// A symbol with a meaning of its own; the name is copied. Throws std::bad_alloc.
   const Symbol* make_interpreted_symbol(std::string_view name, const DataType* type,
                                         SymbolTag::tag tag = SymbolTag::none) {
-    return make(name, type, true, tag);
+    return make(name, type, {.interpreted = true, .tag = tag});
+  }
+
+  /// The symbol of a number, named by its digits; the name is copied. Throws std::bad_alloc.
+  const Symbol* make_numeral_symbol(std::string_view name, const DataType* type) {
+    return make(name, type, {.interpreted = true, .numeral = true});
   }
 
  private:
-  const Symbol* make(std::string_view name, const DataType* type, bool interpreted,
-                     SymbolTag::tag tag) {
+  struct Meaning {
+    bool interpreted = false;
+    bool numeral = false;
+    SymbolTag::tag tag = SymbolTag::none;
+  };
+
+  const Symbol* make(std::string_view name, const DataType* type, Meaning meaning) {
     const bool is_function = type->kind() == DataType::Kind::function;
     const std::uint64_t arity = is_function ? type->num_components() - 1 : 0;
     const std::string_view kept = arena_.copy(name);
     void* place = arena_.allocate(sizeof(Symbol));
-    return new (place) Symbol(kept, arity, type, interpreted, tag);
+    return new (place) Symbol(kept, arity, type, meaning.interpreted, meaning.numeral, meaning.tag);
   }
 
   Arena& arena_;

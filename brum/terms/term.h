@@ -39,17 +39,19 @@ class BRUM_EXPORT Symbol {
   friend class SymbolFactory;
   friend class TermManager;
   Symbol(std::string_view name_text, std::uint64_t number_of_arguments, const DataType* sort,
-         bool interpreted, SymbolTag::tag tag)
+         bool interpreted, bool numeral, SymbolTag::tag tag)
       : name(name_text.data()),
         arity(number_of_arguments),
         type(sort),
         name_length_(name_text.size()),
         tag_(tag),
-        interpreted_(interpreted) {}
+        interpreted_(interpreted),
+        numeral_(numeral) {}
 
   std::size_t name_length_;
   SymbolTag::tag tag_;
   bool interpreted_;
+  bool numeral_;
 };
 
 /// A node of the formula DAG: a symbol applied to terms.

@@ -192,6 +192,9 @@ class BRUM_EXPORT TermManager {
   /// True for every symbol that was not made by declare().
   static bool is_interpreted(const Symbol* symbol) { return symbol->interpreted_; }
 
+  /// True for the symbol of a number, which is named by its digits.
+  static bool is_numeral(const Symbol* symbol) { return symbol->numeral_; }
+
   /// Gives the tag of a tagged operator, nothing for any other symbol.
   static std::optional<SymbolTag::tag> get_tag(const Symbol* symbol) {
     return symbol->tag_ == SymbolTag::none ? std::nullopt : std::optional(symbol->tag_);

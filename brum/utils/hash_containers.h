@@ -199,7 +199,7 @@ class Hashtable {
     __builtin_prefetch(&buckets[index_of(key)]);
   }
 
-  /** The same for the first node of this bucket, which should be in the cache by now. */
+  /** The same for the first node of this key's bucket; the bucket should be in the cache. */
   [[gnu::always_inline]] void prefetch_node(const Key& key) const noexcept {
     __builtin_prefetch(buckets[index_of(key)]);
   }
@@ -310,7 +310,7 @@ class Hashtable {
    * Fetches the first node of a chain that is soon to come into the cache, in a pass over all
    * chains that is at `index`: neighbouring chains lie far apart.
    */
-  static void prefetch_node(const Heads& heads, std::size_t index) noexcept {
+  static void prefetch_chain(const Heads& heads, std::size_t index) noexcept {
     constexpr std::size_t distance = 24;
     if (index + distance < heads.size()) {
       __builtin_prefetch(heads[index + distance]);
@@ -406,7 +406,7 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::rehash(std::size_t n) {
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(Heads& old_heads) {
   for (std::size_t i = 0; i < old_heads.size(); ++i) {
-    prefetch_node(old_heads, i);
+    prefetch_chain(old_heads, i);
     Bucket*& head = old_heads[i];
     while (head != nullptr) {
       Bucket*& new_head = buckets[index_of(key_of(head))];
@@ -437,7 +437,7 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(Heads& heads) noexcept
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_chains() noexcept {
   for (std::size_t i = 0; i < buckets.size(); ++i) {
-    prefetch_node(buckets, i);
+    prefetch_chain(buckets, i);
     Bucket* node = buckets[i];
     while (node != nullptr) {
       Bucket* const next = node->next;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <limits>
+#include <new>
 
 namespace brum {
 
@@ -9,6 +11,9 @@ namespace brum {
 void MemoryBuffer::make_room(std::size_t bytes) {
   constexpr std::size_t smallest = 4096;
   const std::size_t used = text().size();
+  if (bytes > std::numeric_limits<std::size_t>::max() - used) {
+    throw std::bad_alloc();
+  }
   memory_.grow(std::max({smallest, memory_.size() * 2, used + bytes}));
   setp(begin() + used, begin() + memory_.size());
 }

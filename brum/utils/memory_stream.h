@@ -15,7 +15,7 @@ namespace brum {
 /// once it is large.
 class BRUM_EXPORT MemoryBuffer : public std::streambuf {
  public:
-  /// All that was written; valid until more is.
+  /// What was written since it was last cleared; valid until more is written or room is made.
   std::string_view text() const { return {begin(), static_cast<std::size_t>(pptr() - begin())}; }
 
   /// Drops the text and keeps the memory.
@@ -52,7 +52,7 @@ class BRUM_EXPORT MemoryStream : public std::ostream {
     exceptions(std::ios_base::badbit);
   }
 
-  /// All that was written; valid until more is.
+  /// What was written since it was last cleared; valid until more is written or room is made.
   std::string_view text() const { return buffer_.text(); }
 
   /// Makes room for `bytes` more bytes. Throws std::bad_alloc and then changes nothing.

@@ -106,5 +106,23 @@ TEST(PrinterMemoryUse, AShortTextKeepsNoLongOnesMemory) {
   EXPECT_LT(printer.allocated, before + out.text().size() * 2 + 2 * count * text_bytes);
 }
 
+// The same nest with sides that are written inline: the innermost texts are long, and go as their
+// places do.
+TEST(PrinterMemoryUse, PlacesThatAreLeftKeepNoLongTextsMemory) {
+  constexpr std::size_t count = 20'000;
+  TermManager mgr;
+  const Term* variable = testing::make_int(mgr, std::string(text_bytes / 10, 'x'));
+  const Term* formula = mgr.make_true();
+  for (std::size_t i = 0; i < count; ++i) {
+    const Term* side = mgr.make_leq(variable, mgr.make_number(static_cast<std::int64_t>(i)));
+    formula = mgr.make_and(mgr.make_not(side), formula);
+  }
+  MemoryStream out;
+  MeasuringPrinter printer(false, &mgr, "", "");
+  const std::size_t before = testing::allocated_bytes();
+  printer.print_formula(out, formula);
+  EXPECT_LT(printer.allocated, before + out.text().size() * 2 + count * text_bytes);
+}
+
 }  // namespace
 }  // namespace brum

@@ -1,3 +1,5 @@
+#include "brum/printers/smtlib_identifiers.h"
+
 #include <gtest/gtest.h>
 
 #include <clocale>
@@ -106,6 +108,17 @@ TEST(SmtLibIdentifiers, EveryByteOfVersion1) {
     const bool may_begin = holds(letters + "_", byte);
     EXPECT_EQ(printer.to_smtlib(std::string(1, byte)), (may_begin ? "" : "_") + text) << code;
     EXPECT_EQ(printer.to_smtlib(std::string("x") + byte + "y"), "x" + text + "y") << code;
+  }
+}
+
+TEST(SmtLibIdentifiers, Version1NamesThatStayAreKnown) {
+  EXPECT_FALSE(is_v1_identifier(""));
+  EXPECT_TRUE(is_v1_identifier("_"));
+  for (int code = 0; code < 256; ++code) {
+    const std::string byte(1, static_cast<char>(code));
+    for (const std::string& name : {byte, "a" + byte, "_" + byte + "b"}) {
+      EXPECT_EQ(is_v1_identifier(name), v1_identifier(name) == name) << code;
+    }
   }
 }
 

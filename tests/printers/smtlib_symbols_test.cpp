@@ -167,11 +167,15 @@ TEST(SmtLibSymbols, UnknownInterpretedSymbolsThrow) {
       mgr.declare_interpreted("foo", integer),
       mgr.declare_interpreted("a b", mgr.make_function_type({integer}, integer)),
       mgr.declare_interpreted("", integer),
+      mgr.declare_interpreted("zero", mgr.make_bv_type(8)),
+      mgr.declare_interpreted("3", mgr.make_bv_type(8)),
   };
   const char* messages[] = {
       "can't print interpreted symbol fooin SMT-LIB format",
       "can't print interpreted symbol a bin SMT-LIB format",
       "can't print interpreted symbol in SMT-LIB format",
+      "can't print interpreted symbol zeroin SMT-LIB format",
+      "can't print interpreted symbol 3in SMT-LIB format",
   };
   for (const bool v1 : {true, false}) {
     OpenPrinter printer(v1, &mgr, "", "");

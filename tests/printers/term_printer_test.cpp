@@ -10,6 +10,8 @@
 #include <type_traits>
 #include <vector>
 
+#include "brum/printers/definition_rule.h"
+#include "brum/printers/reference_counts.h"
 #include "brum/printers/smtlib2_term_printer.h"
 #include "tests/printers/recording_printer.h"
 #include "tests/support/formulas.h"
@@ -201,6 +203,20 @@ TEST(TermPrinter, DefinitionMapHoldsEveryHandledSubterm) {
                                {6, "iff(L3,not(q))"},
                                {7, "or(not(L3),iff(L3,not(q)))"},
                            }));
+}
+
+TEST(TermPrinter, AConstantHasItsTextWhateverARuleCounts) {
+  TermManager mgr;
+  const Term* p = make_bool(mgr, "p");
+  RecordingPrinter printer(&mgr);
+  std::ostringstream out;
+  printer.document = &out;
+  const ReferenceCounts nothing;
+  DefinitionMap defs;
+  EXPECT_EQ(
+      printer.do_print_term(out, mgr.make_and(p, p), defs, DefinitionRule::for_formula(nothing)),
+      "and(p,p)");
+  EXPECT_EQ(defs.find(p)->second, "p");
 }
 
 TEST(TermPrinter, AHandledTermIsNotPrintedAgain) {

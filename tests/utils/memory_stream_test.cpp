@@ -123,6 +123,7 @@ TEST(MemoryStream, RefusesMoreThanThereCanBe) {
   const std::streamsize most = std::numeric_limits<std::streamsize>::max();
   EXPECT_THROW(out.rdbuf()->sputn("", most), std::bad_alloc);
   EXPECT_THROW(out.rdbuf()->sputn("", most / 4), std::bad_alloc);
+  EXPECT_THROW(out.reserve(std::numeric_limits<std::size_t>::max()), std::bad_alloc);
   EXPECT_EQ(out.text(), "kept");
 }
 
