@@ -187,6 +187,21 @@ TEST(SmtLibSymbols, UnknownInterpretedSymbolsThrow) {
   }
 }
 
+TEST(SmtLibSymbols, NamesInQuotesDoNotStandForEachOther) {
+  TermManager mgr;
+  const DataType* integer = mgr.get_int_type();
+  const DataType* unary = mgr.make_function_type({integer}, integer);
+  const Symbol* f = mgr.declare("f 1", unary);
+  const Symbol* g = mgr.declare("g 1", unary);
+  for (const bool v1 : {true, false}) {
+    OpenPrinter printer(v1, &mgr, "", "");
+    for (int i = 0; i < 3; ++i) {
+      EXPECT_EQ(printer.to_smtlib(f), v1 ? "f_h32_1" : "|f 1|");
+      EXPECT_EQ(printer.to_smtlib(g), v1 ? "g_h32_1" : "|g 1|");
+    }
+  }
+}
+
 TEST(SmtLibSymbols, IsInterpretedAsksTheManager) {
   TermManager mgr;
   const SmtLibTermPrinter printer(false, &mgr, "", "");
