@@ -42,9 +42,8 @@ std::string_view SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
     }
     return quoted_name_ = to_smtlib(std::string(name));
   }
-  std::size_t width = 0;
-  if (TermManager::is_numeral(symbol) && TermManager::is_bv_type(symbol->type, &width)) {
-    return keep(bit_vector_numeral(symbol, width));
+  if (TermManager::is_numeral(symbol)) {
+    return keep(numeral(symbol));
   }
   const SymbolTag::tag tag = TermManager::get_tag(symbol).value_or(SymbolTag::none);
   if (TermManager::is_equality(symbol) || TermManager::is_term_ite(symbol, nullptr)) {
@@ -53,14 +52,15 @@ std::string_view SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
   if (const auto fixed = tag_names.find(tag); fixed != tag_names.end()) {
     return fixed->second;
   }
-  if (const QNumber* value = mgr->get_number(symbol); value != nullptr) {
-    return keep(to_smtlib(*value));
-  }
   return keep(indexed_operator(symbol));
 }
 
-// The symbol of a number is named by its digits.
-std::string SmtLibTermPrinter::bit_vector_numeral(const Symbol* symbol, std::size_t width) const {
+std::string SmtLibTermPrinter::numeral(const Symbol* symbol) const {
+  std::size_t width = 0;
+  if (!TermManager::is_bv_type(symbol->type, &width)) {
+    return to_smtlib(*mgr->get_number(symbol));
+  }
+  // The symbol's name spares a look at its value.
   const std::string_view digits = symbol->name_view();
   if (v1_format) {
     return concat({"bv", digits, "[", std::to_string(width), "]"});

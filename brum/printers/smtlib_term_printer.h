@@ -134,7 +134,7 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   void name_distinguished_symbols();
   void name_operators();
   std::string indexed_operator(const Symbol* symbol) const;
-  std::string bit_vector_numeral(const Symbol* symbol, std::size_t width) const;
+  std::string numeral(const Symbol* symbol) const;
 
   /// The same text as to_smtlib(symbol), without a copy: valid until the next call.
   std::string_view name_of(const Symbol* symbol);

@@ -11,18 +11,18 @@
 namespace brum {
 
 namespace {
-/// So many terms before its turn is fetched into the cache what a term needs, each thing after
-/// those that lead to it: the order jumps about in the store, and what waits for memory waits long.
+/// How many terms before a term's turn what it needs is fetched into the cache, each thing after
+/// those that lead to it: the order jumps about in the store, and memory is slow to answer.
 constexpr std::size_t term_ahead = 32;
 constexpr std::size_t symbol_ahead = 24;
 constexpr std::size_t arguments_ahead = 16;
 constexpr std::size_t far_buckets_ahead = 8;
 constexpr std::size_t far_nodes_ahead = 4;
 
-/// Fewer terms are in the cache since they were walked over.
+/// Orders of fewer terms need no fetching: those are in the cache since they were walked over.
 constexpr std::size_t fewest_prefetched = 4096;
 
-/// So much memory a pending text may have beyond four times its length.
+/// How many bytes of memory a pending text may have beyond four times its length.
 constexpr std::size_t most_spare_bytes = 128;
 
 /// True when `argument` was made so long before `term` that its place in the map may have left the
@@ -176,7 +176,7 @@ inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std:
     pending.term = term;
     pending.levels = levels;
     if (pending.own_text.capacity() > text.size() * 4 + most_spare_bytes) {
-      free_memory_of(pending.own_text);  // it may stay for long
+      free_memory_of(pending.own_text);  // a text may be pending for long
     }
     pending.own_text.assign(text);
     return;

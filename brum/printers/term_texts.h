@@ -65,6 +65,7 @@ class TermTexts {
 
   void prefetch(std::span<const Term* const> coming) const;
   void handle(const Term* term);
+
   /// Writes the definition of `term` as a whole, under its label, which is then in `label_`.
   template <class WriteText>
   void define(const Term* term, const WriteText& write_text);
