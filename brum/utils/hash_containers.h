@@ -173,7 +173,7 @@ class Hashtable {
 
   ~Hashtable() {
     if constexpr (!std::is_trivially_destructible_v<Value>) {
-      destroy_chains();
+      destroy_values();
     }
     pool.release();
   }
@@ -206,10 +206,12 @@ class Hashtable {
 
   /**
    * Has the next `n` nodes, if they are many, come from one chunk of the pool instead of chunks of
-   * the usual sizes, so that they lie on huge pages. Takes no memory yet.
+   * the usual sizes, so that they lie on huge pages. Takes no memory yet. If these remain the
+   * table's only nodes, their values are destroyed in the order in which they were made.
    */
   void expect_nodes(std::size_t n) noexcept {
     if (n >= huge_page_bytes / sizeof(Bucket)) {
+      nodes_in_row = nodes_in_row || pool.chunk_list == nullptr;
       pool.next_chunk_blocks = n;
     }
   }
@@ -225,6 +227,7 @@ class Hashtable {
    * caller. Throws std::bad_alloc and what copying throws.
    */
   Bucket* new_Bucket(const Value& value) {
+    nodes_in_row = false;
     return make_bucket([&value]() -> const Value& { return value; });
   }
 
@@ -318,6 +321,7 @@ class Hashtable {
   }
 
   void drop_chains(Heads& heads) noexcept;
+  void destroy_values() noexcept;
   void destroy_chains() noexcept;
   void relink(Heads& old_heads);
 
@@ -326,7 +330,8 @@ class Hashtable {
   [[no_unique_address]] Eq equal;
   Heads buckets;
   std::uint64_t num_values = 0;
-  BucketCount counts;  // of `buckets`
+  BucketCount counts;         // of `buckets`
+  bool nodes_in_row = false;  // those of the first chunk are taken in the order of their places
 };
 
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
@@ -423,6 +428,7 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(Heads& old_heads) {
  */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(Heads& heads) noexcept {
+  nodes_in_row = false;
   for (Bucket*& head : heads) {
     while (head != nullptr) {
       Bucket* const node = head;
@@ -433,7 +439,22 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(Heads& heads) noexcept
   }
 }
 
-/** Destroys every value and leaves the nodes where they are, for the end of the table. */
+/**
+ * Destroys every value and leaves the nodes where they are, for the end of the table. Nodes in a
+ * row are gone through as they lie: what their values hold elsewhere was mostly allocated in that
+ * order, and memory that is given back piece by piece from all over the place costs several times
+ * as much.
+ */
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_values() noexcept {
+  void* const row = nodes_in_row ? pool.only_chunk() : nullptr;
+  if (row == nullptr) {
+    destroy_chains();
+  } else {
+    std::destroy_n(static_cast<Bucket*>(row), num_values);
+  }
+}
+
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_chains() noexcept {
   for (std::size_t i = 0; i < buckets.size(); ++i) {

@@ -96,6 +96,14 @@ class MemoryPool {
   }
 
   /**
+   * Gives the first block of the only chunk, or null when there is none or another chunk besides.
+   */
+  void* only_chunk() const noexcept {
+    return chunk_list == nullptr || link_of(chunk_list) != nullptr ? nullptr
+                                                                   : first_block_of(chunk_list);
+  }
+
+  /**
    * Frees every chunk. The pool is empty afterwards and may be used again; its growth settings
    * stay.
    */
@@ -118,6 +126,10 @@ class MemoryPool {
     ::new (block) void*(next);
   }
 
+  static char* first_block_of(void* chunk) noexcept {
+    return static_cast<char*>(chunk) + link_size;
+  }
+
   std::uint64_t chunk_blocks_after(std::uint64_t blocks) const noexcept;
 };
 
@@ -138,7 +150,7 @@ void* MemoryPool<Size, Flag>::grow_pool() {
   chunk_list = chunk;
   next_chunk_blocks = chunk_blocks_after(blocks);
 
-  char* const first = static_cast<char*>(chunk) + link_size;
+  char* const first = first_block_of(chunk);
   char* const last = first + (blocks - 1) * Size;
   for (char* block = first; block != last; block += Size) {
     set_link(block, block + Size);

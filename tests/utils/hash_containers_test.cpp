@@ -13,8 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/counted.h"
-
 namespace {
 
 using brum::Symbol;
@@ -25,7 +23,6 @@ using brum::hsh::GetKey_pair;
 using brum::hsh::HashMap;
 using brum::hsh::HashSet;
 using brum::hsh::Hashtable;
-using brum::testing::Counted;
 
 using NameMap = HashMap<const Symbol*, std::string>;
 using NumberMap = HashMap<std::uint64_t, std::string>;
@@ -438,37 +435,6 @@ TEST(Hashtable, NodesAreUsedAgainInTheOrderOfTheFreeList) {
   set.clear(false);
   // The nodes went back in the order of iteration, so the last one is the first to be taken.
   EXPECT_EQ(&*set.insert(9).first, last);
-}
-
-TEST(Hashtable, DestroysEveryValueOnce) {
-  {
-    HashMap<int, Counted> map;
-    for (int key = 0; key < 100; ++key) {
-      map[key];
-    }
-    EXPECT_EQ(Counted::alive, 100);
-    map.clear(false);
-    EXPECT_EQ(Counted::alive, 0);
-    for (int key = 0; key < 50; ++key) {
-      map[key];
-    }
-    EXPECT_EQ(Counted::alive, 50);
-  }
-  EXPECT_EQ(Counted::alive, 0);
-}
-
-TEST(Hashtable, MayBeAbandonedWithoutALookAtItsValues) {
-  {
-    HashMap<int, Counted> map;
-    for (int key = 0; key < 1000; ++key) {
-      map[key];
-    }
-    map.abandon();
-    EXPECT_TRUE(map.empty());
-    EXPECT_EQ(map.bucket_count(), 0U);
-  }
-  EXPECT_EQ(Counted::alive, 1000);
-  Counted::alive = 0;
 }
 
 /** A mapped value that can only be made in its place. */

@@ -1,0 +1,131 @@
+// When and in which order tables destroy their values.
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "brum/utils/hash_containers.h"
+#include "tests/support/counted.h"
+
+namespace {
+
+using brum::hsh::HashMap;
+using brum::testing::Counted;
+using Numbers = std::vector<int>;
+
+/** So many nodes are taken from one chunk when they are expected. */
+constexpr std::size_t many = 200'000;
+
+/** Notes its number when it is destroyed. */
+struct Noted {
+  static inline Numbers destroyed;
+  explicit Noted(int number_) : number(number_) {}
+  ~Noted() { destroyed.push_back(number); }
+  Noted(const Noted&) = delete;
+  Noted& operator=(const Noted&) = delete;
+  int number;
+};
+
+template <typename Map>
+void add_keys(Map& map, std::size_t count) {
+  for (std::size_t key = 0; key < count; ++key) {
+    map[static_cast<int>(key)];
+  }
+}
+
+/** The order in which a table with a few values destroys them. */
+Numbers order_of_destruction(std::size_t expected_nodes) {
+  Noted::destroyed.clear();
+  {
+    HashMap<int, Noted> map;
+    map.expect_nodes(expected_nodes);
+    for (const int key : {5, 3, 34, 8, 1}) {  // 34 shares the bucket of 3
+      map.insert_absent(key, key);
+    }
+  }
+  return Noted::destroyed;
+}
+
+TEST(HashDestruction, FollowsTheBuckets) {
+  EXPECT_EQ(order_of_destruction(0), (Numbers{1, 34, 3, 5, 8}));
+}
+
+TEST(HashDestruction, FollowsTheNodesIfManyWereExpected) {
+  EXPECT_EQ(order_of_destruction(many), (Numbers{5, 3, 34, 8, 1}));
+}
+
+class DestructionOfCounted : public ::testing::TestWithParam<std::size_t> {
+ protected:
+  DestructionOfCounted() { Counted::alive = 0; }
+  ~DestructionOfCounted() override { EXPECT_EQ(Counted::alive, left_); }
+
+  /** As many values are never destroyed. */
+  void leave(int count) { left_ = count; }
+
+  static std::size_t expected_nodes() { return GetParam(); }
+
+ private:
+  int left_ = 0;
+};
+
+TEST_P(DestructionOfCounted, IsDoneOnce) {
+  HashMap<int, Counted> map;
+  map.expect_nodes(expected_nodes());
+  add_keys(map, 100);
+  EXPECT_EQ(Counted::alive, 100);
+}
+
+TEST_P(DestructionOfCounted, IsDoneByClearingToo) {
+  HashMap<int, Counted> map;
+  map.expect_nodes(expected_nodes());
+  add_keys(map, 100);
+  map.clear(false);
+  EXPECT_EQ(Counted::alive, 0);
+  add_keys(map, 50);
+  EXPECT_EQ(Counted::alive, 50);
+}
+
+TEST_P(DestructionOfCounted, ReachesEveryChunk) {
+  HashMap<int, Counted> map;
+  map.expect_nodes(expected_nodes());
+  add_keys(map, many + 1);
+}
+
+TEST_P(DestructionOfCounted, ReachesNodesThatWereNotExpected) {
+  HashMap<int, Counted> map;
+  add_keys(map, 10);
+  map.expect_nodes(expected_nodes());
+  add_keys(map, 100);
+}
+
+TEST_P(DestructionOfCounted, ReachesNodesThatWereExpectedTwice) {
+  HashMap<int, Counted> map;
+  map.expect_nodes(expected_nodes());
+  add_keys(map, 100);
+  map.expect_nodes(expected_nodes());
+  add_keys(map, 200);
+}
+
+TEST_P(DestructionOfCounted, LeavesNodesAloneThatAreNotLinked) {
+  HashMap<int, Counted> map;
+  map.expect_nodes(expected_nodes());
+  map.new_Bucket({});
+  add_keys(map, 100);
+  leave(1);
+}
+
+TEST_P(DestructionOfCounted, IsNotDoneWhenTheTableIsAbandoned) {
+  HashMap<int, Counted> map;
+  map.expect_nodes(expected_nodes());
+  add_keys(map, 1000);
+  map.abandon();
+  EXPECT_TRUE(map.empty());
+  EXPECT_EQ(map.bucket_count(), 0U);
+  leave(1000);
+}
+
+INSTANTIATE_TEST_SUITE_P(Few, DestructionOfCounted, ::testing::Values(0));
+INSTANTIATE_TEST_SUITE_P(Many, DestructionOfCounted, ::testing::Values(many));
+
+}  // namespace
