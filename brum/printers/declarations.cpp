@@ -16,7 +16,9 @@ void print_declarations(TermPrinter& printer, std::ostream& out,
   for (const DataType* type : types) {
     printer.print_type_declaration(out, type);
   }
-  const std::vector<const Symbol*> order(symbols.begin(), symbols.end());
+  std::vector<const Symbol*> order;
+  order.reserve(symbols.size());
+  symbols.for_each([&](const Symbol* symbol) { order.push_back(symbol); });
   for (std::size_t i = 0; i < order.size(); ++i) {
     if (i + symbols_ahead < order.size()) {
       __builtin_prefetch(order[i + symbols_ahead]);

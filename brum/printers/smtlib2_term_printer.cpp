@@ -66,14 +66,7 @@ void SmtLib2TermPrinter::print_define_start(std::ostream& out, const std::string
     SmtLibTermPrinter::print_define_start(out, label, term);
     return;
   }
-  const std::string& sort = kept_sort_text(term->sort());
-  TextPiece piece(out, piece_memory, label.size() + sort.size() + 17);
-  piece.add("(define-fun ");
-  piece.add(label);
-  piece.add(" () ");
-  piece.add(sort);
-  piece.add(' ');
-  piece.write();
+  write_parts(out, piece_memory, "(define-fun ", label, " () ", kept_sort_text(term->sort()), " ");
 }
 
 void SmtLib2TermPrinter::print_define_end(std::ostream& out, const Term* term) {

@@ -78,17 +78,13 @@ std::string SmtLibTermPrinter::make_label(std::string_view prefix, const Term* t
 
 void SmtLibTermPrinter::print_define_start(std::ostream& out, const std::string& label,
                                            const Term* term) {
-  TextPiece piece(out, piece_memory, label.size() + 8);
   if (!v1_format) {
-    piece.add("(let ((");
+    write_parts(out, piece_memory, "(let ((", label, " ");
   } else if (term->sort() == mgr->get_bool_type()) {
-    piece.add("(flet (");
+    write_parts(out, piece_memory, "(flet (", label, " ");
   } else {
-    piece.add("(let (");
+    write_parts(out, piece_memory, "(let (", label, " ");
   }
-  piece.add(label);
-  piece.add(' ');
-  piece.write();
   ++open_lets;
 }
 

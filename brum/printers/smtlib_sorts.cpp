@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "brum/printers/smtlib_term_printer.h"
+#include "brum/printers/text_piece.h"
 #include "brum/printers/write_text.h"
 #include "brum/utils/concat.h"
 
@@ -185,33 +186,29 @@ void SmtLibTermPrinter::print_symbol_declaration(std::ostream& out, const Symbol
   if (single_term || TermManager::is_interpreted(symbol)) {
     return;
   }
-  std::string& line = line_;
+  const auto write = [&](const auto&... parts) { write_parts(out, piece_memory, parts...); };
   if (v1_format) {
-    const bool is_formula = symbol->get_output_type() == mgr->get_bool_type();
-    line = is_formula ? ":extrapreds ((" : ":extrafuns ((";
-    line += name_of(symbol);
-    // Where the sort is refused, the opening and the name are all that was written.
-    write_text(out, line);
-    line.clear();
-    if (symbol->type != mgr->get_bool_type()) {
-      line += ' ';
-      line += kept_sort_text(symbol->type);
+    if (symbol->get_output_type() == mgr->get_bool_type()) {
+      write(":extrapreds ((", name_of(symbol));
+    } else {
+      write(":extrafuns ((", name_of(symbol));
     }
-    line += "))\n";
-    write_text(out, line);
+    // Where the sort is refused, that is all that is written.
+    if (symbol->type != mgr->get_bool_type()) {
+      write(" ", kept_sort_text(symbol->type));
+    }
+    write("))\n");
     return;
   }
-  line = "(declare-fun ";
-  line += name_of(symbol);
-  line += " (";
+  write("(declare-fun ", name_of(symbol), " (");
   for (std::size_t i = 1; i <= symbol->arity; ++i) {
-    line += i == 1 ? "" : " ";
-    line += kept_sort_text(symbol->type->get_component(i));
+    const std::string& sort = kept_sort_text(symbol->type->get_component(i));
+    if (i != 1) {
+      write(" ");
+    }
+    write(sort);
   }
-  line += ") ";
-  line += kept_sort_text(symbol->get_output_type());
-  line += ")\n";
-  write_text(out, line);
+  write(") ", kept_sort_text(symbol->get_output_type()), ")\n");
 }
 
 }  // namespace brum

@@ -126,8 +126,7 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   /// Line breaks rather than blanks after definitions and around the formula.
   bool use_newlines = true;
 
-  /// For the application or the opening of a definition that is being put together where the
-  /// stream has no room for it.
+  /// For what is being put together where the stream has no room for it.
   PieceMemory piece_memory;
 
  private:
@@ -159,7 +158,6 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   std::array<RecentName, 16> recent_names_;  // by address, so that most names need no look-up
   bool type_names_stale_ = false;  // a sort was renamed: texts of sorts made of it may be old
   std::string quoted_name_;        // the last name from name_of() that nothing else holds
-  std::string line_;               // the declaration being put together, kept for its buffer
 };
 
 }  // namespace brum

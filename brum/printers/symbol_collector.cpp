@@ -34,6 +34,9 @@ void SymbolCollector::insert_symbol(const Symbol* symbol) {
 }
 
 void SymbolCollector::add_type(const DataType* type) {
+  if (type == last_type_) {
+    return;
+  }
   pending_.assign(1, type);
   while (!pending_.empty()) {
     const DataType* next = pending_.back();
@@ -43,6 +46,7 @@ void SymbolCollector::add_type(const DataType* type) {
       pending_.push_back(next->get_component(1));
       pending_.push_back(next->get_component(0));
     }
+    last_type_ = added ? nullptr : next;
   }
 }
 

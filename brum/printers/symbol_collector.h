@@ -50,7 +50,8 @@ class BRUM_EXPORT SymbolCollector {
   // up over and over. A look-up may be left out only while it would change nothing: the first one
   // after an addition may make the table grow, on which the order of the declarations depends.
   std::array<const Symbol*, num_recent> recent_{};
-  bool is_settled_ = false;  // a look-up has found its symbol since the last addition
+  const DataType* last_type_ = nullptr;  // found by the last look-up among the sorts
+  bool is_settled_ = false;              // a look-up has found its symbol since the last addition
 };
 
 }  // namespace brum

@@ -89,6 +89,15 @@ class TextPiece {
   std::size_t most_bytes_;
 };
 
+/// Writes texts one after another as one piece: literals and what becomes a std::string_view.
+/// Throws std::bad_alloc.
+template <class... Parts>
+void write_parts(std::ostream& out, PieceMemory& memory, const Parts&... parts) {
+  TextPiece piece(out, memory, (std::string_view(parts).size() + ...));
+  (piece.add(parts), ...);
+  piece.write();
+}
+
 }  // namespace brum
 
 #endif  // BRUM_PRINTERS_TEXT_PIECE_H

@@ -7,12 +7,14 @@
 #include "brum/utils/large_memory.h"
 #include "brum/utils/memory_pool.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <iterator>
 #include <memory>
 #include <new>
+#include <span>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -191,6 +193,17 @@ class Hashtable {
   iterator find(const Key& key) { return {find_node(key), this}; }
   const_iterator find(const Key& key) const { return {find_node(key), this}; }
 
+  /** Calls `visit` with each value, in the order of iteration, faster than iterators do it. */
+  template <typename Visit>
+  void for_each(Visit&& visit) const {
+    ChainReader reader(buckets);
+    for (auto nodes = reader.read(); !nodes.empty(); nodes = reader.read()) {
+      for (const Bucket* node : nodes) {
+        visit(node->value);
+      }
+    }
+  }
+
   /**
    * Fetches the bucket of this key into the cache, for a look-up or insertion that is soon to come.
    * Always inline: in a function of its own GCC 12 takes the fetching for nothing and drops it.
@@ -310,15 +323,30 @@ class Hashtable {
   }
 
   /**
-   * Fetches the first node of a chain that is soon to come into the cache, in a pass over all
-   * chains that is at `index`: neighbouring chains lie far apart.
+   * Reads the nodes of all chains in the order of iteration, faster than iterators: it goes on from
+   * bucket to bucket without a branch on whether one is empty, which no processor can foresee, and
+   * fetches nodes into the cache ahead, as those of neighbouring chains lie far apart.
    */
-  static void prefetch_chain(const Heads& heads, std::size_t index) noexcept {
-    constexpr std::size_t distance = 24;
-    if (index + distance < heads.size()) {
-      __builtin_prefetch(heads[index + distance]);
-    }
-  }
+  class ChainReader {
+   public:
+    static constexpr std::size_t most_nodes = 64;
+
+    explicit ChainReader(const Heads& heads_) noexcept
+        : heads(heads_), next(heads.size() == 0 ? nullptr : heads[0]) {}
+
+    /** Gives the nodes that come next, a few at a time; none at the end. */
+    std::span<Bucket* const> read() noexcept;
+
+    /** Takes the nodes that were read out of `chains`, which are those that it reads. */
+    void unlink_from(Heads& chains) noexcept;
+
+   private:
+    const Heads& heads;
+    std::size_t index = 0;  // of the bucket whose chain ...
+    Bucket* next;           // ... goes on with this node
+    std::size_t unlinked = 0;
+    std::array<Bucket*, most_nodes> nodes;
+  };
 
   void drop_chains(Heads& heads) noexcept;
   void destroy_values() noexcept;
@@ -404,21 +432,57 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::rehash(std::size_t n) {
   }
 }
 
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+auto Hashtable<Value, GetKey, Key, Hash, Eq>::ChainReader::read() noexcept
+    -> std::span<Bucket* const> {
+  constexpr std::size_t chains_ahead = 24;
+  Bucket* no_node = nullptr;
+  Bucket* node = next;
+  std::size_t count = 0;
+  while (count < nodes.size() && index < heads.size()) {
+    nodes[count] = node;
+    count += node != nullptr ? 1 : 0;
+    Bucket** const link = node != nullptr ? &node->next : &no_node;
+    node = *link;
+    if (node == nullptr) {
+      ++index;
+      node = index < heads.size() ? heads[index] : nullptr;
+      if (index + chains_ahead < heads.size()) {
+        __builtin_prefetch(heads[index + chains_ahead]);
+      }
+    }
+  }
+  next = node;
+  return std::span(nodes).first(count);
+}
+
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::ChainReader::unlink_from(Heads& chains) noexcept {
+  for (; unlinked < index; ++unlinked) {
+    chains[unlinked] = nullptr;
+  }
+  if (index < chains.size()) {
+    chains[index] = next;
+  }
+}
+
 /**
  * Moves every node from the chains of `old_heads` to the head of its new chain, in order of
  * iteration.
  */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(Heads& old_heads) {
-  for (std::size_t i = 0; i < old_heads.size(); ++i) {
-    prefetch_chain(old_heads, i);
-    Bucket*& head = old_heads[i];
-    while (head != nullptr) {
-      Bucket*& new_head = buckets[index_of(key_of(head))];
-      Bucket* const node = head;
-      head = node->next;
-      node->next = new_head;
-      new_head = node;
+  ChainReader reader(old_heads);
+  std::array<Bucket**, ChainReader::most_nodes> new_heads;
+  for (auto nodes = reader.read(); !nodes.empty(); nodes = reader.read()) {
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+      new_heads[i] = &buckets[index_of(key_of(nodes[i]))];
+      __builtin_prefetch(new_heads[i]);
+    }
+    reader.unlink_from(old_heads);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+      nodes[i]->next = *new_heads[i];
+      *new_heads[i] = nodes[i];
     }
   }
 }
@@ -457,13 +521,10 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_values() noexcept {
 
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_chains() noexcept {
-  for (std::size_t i = 0; i < buckets.size(); ++i) {
-    prefetch_chain(buckets, i);
-    Bucket* node = buckets[i];
-    while (node != nullptr) {
-      Bucket* const next = node->next;
+  ChainReader reader(buckets);
+  for (auto nodes = reader.read(); !nodes.empty(); nodes = reader.read()) {
+    for (Bucket* node : nodes) {
       std::destroy_at(node);
-      node = next;
     }
   }
 }

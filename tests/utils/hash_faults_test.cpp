@@ -276,20 +276,28 @@ TEST(HashFaults, AKeyThatCannotBeCopiedIsNotInserted) {
   EXPECT_EQ(&*set.insert(Stubborn(3)).first, first);
 }
 
-TEST(HashFaults, AHashThatThrowsDuringGrowthEndsTheTable) {
-  for (int calls = 0; calls < 20; ++calls) {
+/** Growth of a table with `count` keys, `step` apart, is cut short after every number of hashes. */
+void expect_end_of_growing_table(int count, int step) {
+  for (int calls = 0; calls < count; ++calls) {
     HashMap<Stubborn, Counted, StubbornHash> map;
-    for (int i = 0; i < 20; ++i) {
-      map[Stubborn(i)];
+    for (int i = 0; i < count; ++i) {
+      map[Stubborn(i * step)];
     }
+    ASSERT_EQ(Counted::alive, count);
     StubbornHash::calls_left = calls;
-    EXPECT_THROW(map.rehash(32), std::runtime_error);
+    EXPECT_THROW(map.rehash(map.bucket_count() + 1), std::runtime_error);
     StubbornHash::calls_left.reset();
     EXPECT_EQ(map.bucket_count(), 0U);
     EXPECT_EQ(map.size(), 0U);
     EXPECT_EQ(Counted::alive, 0);
     EXPECT_THROW(map[Stubborn(1)], std::bad_alloc);
   }
+}
+
+TEST(HashFaults, AHashThatThrowsDuringGrowthEndsTheTable) {
+  expect_end_of_growing_table(20, 1);
+  expect_end_of_growing_table(200, 1);
+  expect_end_of_growing_table(200, 313);  // all in one of 313 buckets
 }
 
 }  // namespace

@@ -126,12 +126,18 @@ class HashHistory : public ::testing::Test {
     const auto entries = model.in_order();
     const auto& table = face.table;
     std::size_t i = 0;
-    for (const auto& value : table) {
+    const auto compare = [&](const auto& value) {
       ASSERT_LT(i, entries.size());
       ASSERT_EQ(key_of<Key>(value), entries[i].key);
       ASSERT_EQ(mapped<Key>(value), entries[i].value);
       ++i;
+    };
+    for (const auto& value : table) {
+      compare(value);
     }
+    ASSERT_EQ(i, entries.size());
+    i = 0;
+    table.for_each(compare);
     ASSERT_EQ(i, entries.size());
   }
 
