@@ -18,8 +18,24 @@ std::uint64_t OperatorTable::HashKey::operator()(const OperatorKey& key) const {
   return hash;
 }
 
+std::size_t OperatorTable::recent_place(const OperatorKey& key) {
+  const std::uint64_t sorts = reinterpret_cast<std::uintptr_t>(key.first_sort) ^
+                              reinterpret_cast<std::uintptr_t>(key.second_sort) << 1U;
+  const std::uint64_t numbers = key.tag ^ key.first_index << 8U ^ key.second_index << 32U;
+  return hsh::mix(numbers ^ hsh::second_mixer, sorts ^ hsh::first_mixer) % num_recent;
+}
+
 const Symbol* OperatorTable::get(const OperatorKey& key, const DataType* result,
                                  std::initializer_list<const DataType*> arguments) {
+  Recent& recent = recent_[recent_place(key)];
+  if (recent.symbol == nullptr || recent.key != key) {
+    recent = {key, look_up(key, result, arguments)};
+  }
+  return recent.symbol;
+}
+
+const Symbol* OperatorTable::look_up(const OperatorKey& key, const DataType* result,
+                                     std::initializer_list<const DataType*> arguments) {
   if (const auto found = symbols_.find(key); found != symbols_.end()) {
     return found->second;
   }

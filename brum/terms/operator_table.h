@@ -1,6 +1,8 @@
 #ifndef BRUM_TERMS_OPERATOR_TABLE_H
 #define BRUM_TERMS_OPERATOR_TABLE_H
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 
@@ -43,10 +45,21 @@ class BRUM_EXPORT OperatorTable {
     std::uint64_t operator()(const OperatorKey& key) const;
   };
 
+  struct Recent {
+    OperatorKey key;
+    const Symbol* symbol = nullptr;
+  };
+
+  static constexpr std::size_t num_recent = 64;
+  static std::size_t recent_place(const OperatorKey& key);
+  const Symbol* look_up(const OperatorKey& key, const DataType* result,
+                        std::initializer_list<const DataType*> arguments);
+
   SymbolFactory& factory_;
   SortTable& sorts_;
   hsh::HashMap<OperatorKey, const Symbol*, HashKey> symbols_;
   hsh::HashMap<const Symbol*, OperatorKey> keys_;
+  std::array<Recent, num_recent> recent_;  // a formula asks for a few operators again and again
 };
 
 }  // namespace brum
