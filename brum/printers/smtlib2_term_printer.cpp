@@ -134,6 +134,19 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   print_end(out);
 }
 
+// The buckets stay for the next definitions, unless there were few of these lately: after a large
+// assertion every small one would go through all its buckets again.
+void SmtLib2TermPrinter::forget_definitions() {
+  constexpr std::size_t few_buckets = 16384;
+  constexpr std::size_t most_buckets_of_entry = 64;
+  const std::size_t buckets = trace_definitions.bucket_count();
+  if (buckets > few_buckets && buckets / most_buckets_of_entry > trace_definitions.size()) {
+    trace_definitions.reset();
+  } else {
+    trace_definitions.clear(false);
+  }
+}
+
 void SmtLib2TermPrinter::apitracer_print_term(std::ostream& out, const Term* term,
                                               const std::string& name) {
   const ScopeExit restore([this] {
@@ -145,7 +158,7 @@ void SmtLib2TermPrinter::apitracer_print_term(std::ostream& out, const Term* ter
   in_api_trace = true;
   assert_attribute = name;
   if (!use_define_fun) {
-    trace_definitions.clear(false);
+    forget_definitions();
   }
   print_define_section_start(out);
   // Nested drivers are not used here: only the definitions and the assertion are written.

@@ -76,6 +76,7 @@ class BRUM_EXPORT SmtLib2TermPrinter : public SmtLibTermPrinter {
   bool is_define_fun_mode() const { return use_define_fun && !is_plain_single_term(); }
 
   void open_assertion(std::ostream& out) const;
+  void forget_definitions();
 };
 
 }  // namespace brum

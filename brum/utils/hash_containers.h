@@ -174,9 +174,7 @@ class Hashtable {
   Hashtable& operator=(const Hashtable&) = delete;
 
   ~Hashtable() {
-    if constexpr (!std::is_trivially_destructible_v<Value>) {
-      destroy_values();
-    }
+    destroy_values();
     pool.release();
   }
 
@@ -250,6 +248,13 @@ class Hashtable {
    * table is empty and in order.
    */
   void clear(bool reset_buckets);
+
+  /**
+   * Destroys every value and gives back the memory of nodes and buckets: 31 empty buckets remain.
+   * For a table that was large and is to hold little from now on, as iteration and `clear` take
+   * time for every bucket. Throws std::bad_alloc and then changes nothing.
+   */
+  void reset();
 
   /**
    * Gives back the memory of all nodes and buckets without destroying a value, for values that hold
@@ -511,11 +516,13 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(Heads& heads) noexcept
  */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_values() noexcept {
-  void* const row = nodes_in_row ? pool.only_chunk() : nullptr;
-  if (row == nullptr) {
-    destroy_chains();
-  } else {
-    std::destroy_n(static_cast<Bucket*>(row), num_values);
+  if constexpr (!std::is_trivially_destructible_v<Value>) {
+    void* const row = nodes_in_row ? pool.only_chunk() : nullptr;
+    if (row == nullptr) {
+      destroy_chains();
+    } else {
+      std::destroy_n(static_cast<Bucket*>(row), num_values);
+    }
   }
 }
 
@@ -538,6 +545,17 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::clear(bool reset_buckets) {
   if (reset_buckets) {
     buckets = Heads(counts.count());
   }
+}
+
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::reset() {
+  Heads few_buckets(BucketCount::smallest().count());
+  destroy_values();
+  pool.release();
+  nodes_in_row = false;
+  buckets = std::move(few_buckets);
+  counts = BucketCount::smallest();
+  num_values = 0;
 }
 
 /**

@@ -115,6 +115,21 @@ TEST_P(DestructionOfCounted, LeavesNodesAloneThatAreNotLinked) {
   leave(1);
 }
 
+TEST_P(DestructionOfCounted, IsDoneByResettingToo) {
+  HashMap<int, Counted> map;
+  map.expect_nodes(expected_nodes());
+  add_keys(map, 100);
+  map.reset();
+  EXPECT_EQ(Counted::alive, 0);
+  EXPECT_TRUE(map.empty());
+  EXPECT_EQ(map.bucket_count(), 31U);
+  EXPECT_EQ(map.node_pool().chunk_list, nullptr);
+  EXPECT_EQ(map.find(1), map.end());
+  add_keys(map, 23);
+  EXPECT_EQ(map.bucket_count(), 73U);
+  EXPECT_EQ(Counted::alive, 23);
+}
+
 TEST_P(DestructionOfCounted, IsNotDoneWhenTheTableIsAbandoned) {
   HashMap<int, Counted> map;
   map.expect_nodes(expected_nodes());

@@ -276,6 +276,21 @@ TEST(HashFaults, AKeyThatCannotBeCopiedIsNotInserted) {
   EXPECT_EQ(&*set.insert(Stubborn(3)).first, first);
 }
 
+TEST(HashFaults, ATableThatCannotBeResetIsAsBefore) {
+  HashMap<int, Counted> map;
+  for (int key = 0; key < 100; ++key) {
+    map[key];
+  }
+  {
+    const MemoryFault fault(1);
+    EXPECT_THROW(map.reset(), std::bad_alloc);
+  }
+  EXPECT_EQ(map.size(), 100U);
+  EXPECT_EQ(map.bucket_count(), 151U);
+  map.reset();
+  EXPECT_EQ(Counted::alive, 0);
+}
+
 /** Growth of a table with `count` keys, `step` apart, is cut short after every number of hashes. */
 void expect_end_of_growing_table(int count, int step) {
   for (int calls = 0; calls < count; ++calls) {
