@@ -328,6 +328,40 @@ class FailingPrinter : public OpenPrinter2 {
   }
 };
 
+// With let each assertion stands alone. A large one leaves many buckets behind, which the next one
+// clears and the second next would go through for nothing.
+TEST(ApiTrace, SmallAssertionsDoNotPayForALargeOneBeforeThem) {
+  TermManager mgr;
+  OpenPrinter2 printer(&mgr, "", "", false, nullptr);
+  const Term* p = make_bool(mgr, "p");
+  trace(printer, testing::make_left_chain(mgr, 100'000));
+  EXPECT_GT(printer.trace_definitions.bucket_count(), 100'000U);
+  trace(printer, p);
+  EXPECT_GT(printer.trace_definitions.bucket_count(), 100'000U);
+  trace(printer, p);
+  EXPECT_EQ(printer.trace_definitions.bucket_count(), 31U);
+  EXPECT_EQ(trace(printer, mgr.make_not(p)), "(assert (not p))\n");
+  EXPECT_EQ(content(printer.trace_definitions).size(), 2U);
+}
+
+// Only many buckets are given back, and only if there were few definitions.
+TEST(ApiTrace, BucketsStayForTheNextAssertion) {
+  TermManager mgr;
+  OpenPrinter2 printer(&mgr, "", "", false, nullptr);
+  const Term* p = make_bool(mgr, "p");
+  const auto buckets_after = [&](const Term* term) {
+    trace(printer, term);
+    return printer.trace_definitions.bucket_count();
+  };
+  const std::size_t buckets = buckets_after(testing::make_left_chain(mgr, 100'000));
+  EXPECT_EQ(buckets_after(testing::make_left_chain(mgr, 10'000)), buckets);
+  EXPECT_EQ(buckets_after(p), buckets);
+  buckets_after(p);
+  EXPECT_EQ(buckets_after(testing::make_left_chain(mgr, 5'000)), 10'501U);
+  EXPECT_EQ(buckets_after(p), 10'501U);
+  EXPECT_EQ(buckets_after(p), 10'501U);
+}
+
 TEST(ApiTrace, TextsLentToAFailingHookAreBackInTheMap) {
   TermManager mgr;
   const Term* p = make_bool(mgr, "p");              // 1

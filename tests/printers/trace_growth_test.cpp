@@ -8,7 +8,6 @@
 
 #include "brum/printers/smtlib2_term_printer.h"
 #include "brum/readers/smtlib2_reader.h"
-#include "tests/printers/open_printers.h"
 #include "tests/support/counting_stream.h"
 #include "tests/support/formulas.h"
 
@@ -89,44 +88,6 @@ TEST(TraceGrowth, TenThousandAssertionsOverAGrowingTermAreLinear) {
 
 TEST(TraceGrowth, TenThousandAssertionsOverOneLargeTermAreLinear) {
   expect_linear(cost_over_one_large_term);
-}
-
-// With let each assertion stands alone. A large one leaves many buckets behind, which the next one
-// clears and the second next would go through for nothing.
-TEST(TraceGrowth, SmallAssertionsDoNotPayForALargeOneBeforeThem) {
-  TermManager mgr;
-  testing::OpenPrinter2 printer(&mgr, "", "", false, nullptr);
-  testing::CountingStream out;
-  const Term* p = testing::make_bool(mgr, "p");
-  const auto trace = [&](const Term* term) { printer.apitracer_print_term(out, term, ""); };
-  trace(testing::make_left_chain(mgr, 100'000));
-  EXPECT_GT(printer.trace_definitions.bucket_count(), 100'000U);
-  trace(p);
-  EXPECT_GT(printer.trace_definitions.bucket_count(), 100'000U);
-  trace(p);
-  EXPECT_EQ(printer.trace_definitions.bucket_count(), 31U);
-  trace(mgr.make_not(p));
-  EXPECT_EQ(printer.trace_definitions.size(), 2U);
-  EXPECT_EQ(printer.trace_definitions[p], "p");
-}
-
-// As long as assertions are of a size the buckets stay, and those of small ones always.
-TEST(TraceGrowth, BucketsStayForTheNextAssertion) {
-  TermManager mgr;
-  testing::OpenPrinter2 printer(&mgr, "", "", false, nullptr);
-  testing::CountingStream out;
-  const Term* p = testing::make_bool(mgr, "p");
-  const auto buckets_after = [&](const Term* term) {
-    printer.apitracer_print_term(out, term, "");
-    return printer.trace_definitions.bucket_count();
-  };
-  const std::size_t buckets = buckets_after(testing::make_left_chain(mgr, 100'000));
-  EXPECT_EQ(buckets_after(testing::make_left_chain(mgr, 10'000)), buckets);
-  EXPECT_EQ(buckets_after(p), buckets);
-  buckets_after(p);
-  EXPECT_EQ(buckets_after(testing::make_left_chain(mgr, 5'000)), 10'501U);
-  EXPECT_EQ(buckets_after(p), 10'501U);
-  EXPECT_EQ(buckets_after(p), 10'501U);
 }
 
 TEST(TraceGrowth, TextDoublesUpToTheLongestInlineOne) {
