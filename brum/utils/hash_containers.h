@@ -364,7 +364,7 @@ class Hashtable {
   Heads buckets;
   std::uint64_t num_values = 0;
   BucketCount counts;         // of `buckets`
-  bool nodes_in_row = false;  // those of the first chunk are taken in the order of their places
+  bool nodes_in_row = false;  // the first chunk's are taken in the order of their places
 };
 
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
@@ -552,7 +552,6 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::reset() {
   Heads few_buckets(BucketCount::smallest().count());
   destroy_values();
   pool.release();
-  nodes_in_row = false;
   buckets = std::move(few_buckets);
   counts = BucketCount::smallest();
   num_values = 0;

@@ -55,6 +55,22 @@ TEST(HashDestruction, FollowsTheNodesIfManyWereExpected) {
   EXPECT_EQ(order_of_destruction(many), (Numbers{5, 3, 34, 8, 1}));
 }
 
+// The nodes that come back are used again from the last one on.
+TEST(HashDestruction, FollowsTheBucketsAgainAfterClearing) {
+  {
+    HashMap<int, Noted> map;
+    map.expect_nodes(many);
+    for (const int key : {5, 3, 34, 8, 1}) {
+      map.insert_absent(key, key);
+    }
+    map.clear(false);
+    Noted::destroyed.clear();
+    map.insert_absent(7, 7);
+    map.insert_absent(6, 6);
+  }
+  EXPECT_EQ(Noted::destroyed, (Numbers{6, 7}));
+}
+
 class DestructionOfCounted : public ::testing::TestWithParam<std::size_t> {
  protected:
   DestructionOfCounted() { Counted::alive = 0; }

@@ -309,7 +309,7 @@ void expect_end_of_growing_table(int count, int step) {
   }
 }
 
-TEST(HashFaults, AHashThatThrowsDuringGrowthEndsTheTable) {
+TEST(HashFaults, AHashThatThrowsEndsAGrowingTable) {
   expect_end_of_growing_table(20, 1);
   expect_end_of_growing_table(200, 1);
   expect_end_of_growing_table(200, 313);  // all in one of 313 buckets
