@@ -153,6 +153,23 @@ TEST(CollectSymbolsAndTypes, TheSetGrowsAtTheFirstLookUpAfterAnAddition) {
   EXPECT_GT(symbols.bucket_count(), 31U);
 }
 
+TEST(CollectSymbolsAndTypes, TheSetOfSortsGrowsAtTheFirstLookUpAfterAnAddition) {
+  TermManager mgr;
+  hsh::HashSet<const Symbol*> symbols;
+  hsh::HashSet<const DataType*> types;
+  SymbolCollector collector(symbols, types);
+  const DataType* sort = nullptr;
+  for (int i = 0; i < 22; ++i) {
+    sort = mgr.make_uninterpreted_type("S" + std::to_string(i));
+    collector.add_symbol(mgr.declare("x" + std::to_string(i), sort));
+  }
+  EXPECT_EQ(types.size(), 22U);
+  EXPECT_EQ(types.bucket_count(), 31U);
+  collector.add_symbol(mgr.declare("y", sort));
+  EXPECT_EQ(types.size(), 22U);
+  EXPECT_EQ(types.bucket_count(), 73U);
+}
+
 TEST(CollectSymbolsAndTypes, DeepTermsAndSortsNeedNoStack) {
   const std::size_t depth = testing::large_size(1'000'000);
   testing::run_on_small_stack([&] {
