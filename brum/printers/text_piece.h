@@ -90,9 +90,10 @@ class TextPiece {
 };
 
 /// Writes texts one after another as one piece: literals and what becomes a std::string_view.
-/// Throws std::bad_alloc.
+/// Always inline, as there the compiler knows the lengths of literals. Throws std::bad_alloc.
 template <class... Parts>
-void write_parts(std::ostream& out, PieceMemory& memory, const Parts&... parts) {
+[[gnu::always_inline]] inline void write_parts(std::ostream& out, PieceMemory& memory,
+                                               const Parts&... parts) {
   TextPiece piece(out, memory, (std::string_view(parts).size() + ...));
   (piece.add(parts), ...);
   piece.write();
