@@ -53,13 +53,19 @@ const std::string& SmtLibTermPrinter::kept_sort_text(const DataType* sort) {
   return sort_text(sort);
 }
 
+// The texts that are known stay when memory ends.
+std::string& SmtLibTermPrinter::text_of(const DataType* sort) {
+  type_names.make_room();
+  return type_names[sort];
+}
+
 // NOLINTNEXTLINE(misc-no-recursion): a function type has no function types in it
 const std::string& SmtLibTermPrinter::sort_text(const DataType* sort) {
   if (const auto known = type_names.find(sort); known != type_names.end()) {
     return known->second;
   }
   std::string text = v1_format ? v1_sort_text(sort) : v2_sort_text(sort, true);
-  return type_names[sort] = std::move(text);
+  return text_of(sort) = std::move(text);
 }
 
 // NOLINTNEXTLINE(misc-no-recursion): a function type has no function types in it
@@ -133,13 +139,13 @@ std::string SmtLibTermPrinter::v2_sort_text(const DataType* sort, bool trust_kep
         name = concat({"(_ BitVec ", std::to_string(width), ")"});
       }
       text += name;
-      type_names[next] = std::move(name);
+      text_of(next) = std::move(name);
     }
     while (!open.empty() && open.back().written == 2) {
       text += ')';
       const OpenArray& done = open.back();
       if (trust_kept_arrays && text.size() - done.begin <= longest_kept_component) {
-        type_names[done.sort] = text.substr(done.begin);
+        text_of(done.sort) = text.substr(done.begin);
       }
       open.pop_back();
     }
@@ -161,7 +167,7 @@ void SmtLibTermPrinter::refresh_type_names() {
     }
   }
   for (const DataType* sort : composites) {
-    type_names[sort] = v1_format ? v1_sort_text(sort) : v2_sort_text(sort, false);
+    text_of(sort) = v1_format ? v1_sort_text(sort) : v2_sort_text(sort, false);
   }
   type_names_stale_ = false;
 }
@@ -176,7 +182,7 @@ void SmtLibTermPrinter::print_type_declaration(std::ostream& out, const DataType
                                      : concat({"(declare-sort ", name, " 0)\n"});
   write_text(out, line);
   const std::size_t known_sorts = type_names.size();
-  type_names[type] = std::move(name);
+  text_of(type) = std::move(name);
   if (type_names.size() == known_sorts) {
     type_names_stale_ = true;
   }
@@ -200,15 +206,13 @@ void SmtLibTermPrinter::print_symbol_declaration(std::ostream& out, const Symbol
     write("))\n");
     return;
   }
-  write("(declare-fun ", name_of(symbol), " (");
+  std::string arguments;
   for (std::size_t i = 1; i <= symbol->arity; ++i) {
-    const std::string& sort = kept_sort_text(symbol->type->get_component(i));
-    if (i != 1) {
-      write(" ");
-    }
-    write(sort);
+    arguments += i == 1 ? "" : " ";
+    arguments += kept_sort_text(symbol->type->get_component(i));
   }
-  write(") ", kept_sort_text(symbol->get_output_type()), ")\n");
+  write("(declare-fun ", name_of(symbol), " (", arguments, ") ",
+        kept_sort_text(symbol->get_output_type()), ")\n");
 }
 
 }  // namespace brum

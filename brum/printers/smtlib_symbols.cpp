@@ -33,6 +33,7 @@ std::string_view SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
     return known->second;
   }
   const auto keep = [&](std::string text) -> std::string_view {
+    symbol_names.make_room();  // so that the known ones stay when memory ends
     return symbol_names.insert_absent(symbol, std::move(text))->second;
   };
   if (!TermManager::is_interpreted(symbol)) {
@@ -58,7 +59,9 @@ std::string_view SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
 std::string SmtLibTermPrinter::numeral(const Symbol* symbol) const {
   std::size_t width = 0;
   if (!TermManager::is_bv_type(symbol->type, &width)) {
-    return to_smtlib(*mgr->get_number(symbol));
+    const QNumber* value = mgr->get_number(symbol);
+    // Another manager's numeral has no value in this one.
+    return value != nullptr ? to_smtlib(*value) : indexed_operator(symbol);
   }
   // The symbol's name spares a look at its value.
   const std::string_view digits = symbol->name_view();

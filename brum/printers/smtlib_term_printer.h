@@ -144,6 +144,7 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   std::string v1_array_text(const DataType* sort) const;
   std::string v2_sort_text(const DataType* sort, bool trust_kept_arrays);
   const std::string& sort_text(const DataType* sort);
+  std::string& text_of(const DataType* sort);
   void refresh_type_names();
 
   bool is_connective(const Symbol* symbol) const;

@@ -53,7 +53,7 @@ inline void copy_label(std::string& to, const std::string& from) {
 
 void TermTexts::reserve(std::size_t num_entries) {
   defs_.expect_nodes(num_entries - defs_.size());
-  defs_.rehash(num_entries / 7 * 10 + 10);  // tables grow at a load of 0.7
+  defs_.grow_safely(num_entries / 7 * 10 + 10);  // tables grow at a load of 0.7
 }
 
 /// Always inline, as GCC 12 drops all fetching from a function of its own.

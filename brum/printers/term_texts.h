@@ -39,7 +39,7 @@ class TermTexts {
       : printer_(printer), out_(out), defs_(defs), rule_(rule), entries_(entries) {}
 
   /// Makes room in the map for `num_entries` entries in all, those that it holds included. Throws
-  /// std::bad_alloc; the map is then good for destruction only.
+  /// std::bad_alloc; the map then holds what it held.
   void reserve(std::size_t num_entries);
 
   /// Handles the terms of `order`, which are those below `term` (itself included) that were not

@@ -67,6 +67,13 @@ class TextPiece {
     end_ += Size - 1;
   }
 
+  /// The number of bytes that add() adds.
+  static constexpr std::size_t size_of(std::string_view text) { return text.size(); }
+  template <std::size_t Size>
+  static constexpr std::size_t size_of(const char (&/*literal*/)[Size]) {
+    return Size - 1;
+  }
+
   /// Ends the piece: what was added is written, as by write_text().
   void write() {
     const auto size = static_cast<std::size_t>(end_ - begin_);
@@ -94,7 +101,7 @@ class TextPiece {
 template <class... Parts>
 [[gnu::always_inline]] inline void write_parts(std::ostream& out, PieceMemory& memory,
                                                const Parts&... parts) {
-  TextPiece piece(out, memory, (std::string_view(parts).size() + ...));
+  TextPiece piece(out, memory, (TextPiece::size_of(parts) + ...));
   (piece.add(parts), ...);
   piece.write();
 }

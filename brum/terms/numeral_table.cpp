@@ -11,6 +11,8 @@ const Symbol* NumeralTable::numeral(const QNumber& value, const DataType* type) 
   if (const auto found = numerals_.find(key); found != numerals_.end()) {
     return found->second;
   }
+  values_.make_room();
+  numerals_.make_room();
   const Symbol* symbol = factory_.make_numeral_symbol(value.to_str(), type);
   values_[symbol] = value;
   numerals_[key] = symbol;
@@ -22,6 +24,8 @@ const Symbol* NumeralTable::congruence(const QNumber& modulus) {
   if (const auto found = congruences_.find(key); found != congruences_.end()) {
     return found->second;
   }
+  moduli_.make_room();
+  congruences_.make_room();
   constexpr SymbolTag::tag tag = SymbolTag::int_modular_congruence;
   const DataType* type =
       sorts_.function(std::array{sorts_.boolean(), sorts_.integer(), sorts_.integer()});

@@ -39,6 +39,8 @@ const Symbol* OperatorTable::look_up(const OperatorKey& key, const DataType* res
   if (const auto found = symbols_.find(key); found != symbols_.end()) {
     return found->second;
   }
+  keys_.make_room();
+  symbols_.make_room();
   std::vector<const DataType*> components{result};
   components.insert(components.end(), arguments);
   const Symbol* symbol = factory_.make_interpreted_symbol(operator_name(key.tag).name,

@@ -33,6 +33,7 @@ class BRUM_EXPORT Signature {
   }
 
   void add(const Symbol* symbol) {
+    symbols_.make_room();  // so that none is lost when memory ends
     symbols_[symbol->name_view()] = symbol;
     first_bytes_.set(first_byte(symbol->name_view()));
   }

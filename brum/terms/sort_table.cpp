@@ -36,6 +36,7 @@ const DataType* SortTable::bit_vector(std::size_t width) {
   if (const auto found = bit_vectors_.find(width); found != bit_vectors_.end()) {
     return found->second;
   }
+  bit_vectors_.make_room();
   const DataType* sort = make(DataType::Kind::bit_vector, width, nullptr, {});
   bit_vectors_[width] = sort;
   return sort;
@@ -45,6 +46,7 @@ const DataType* SortTable::uninterpreted(std::string_view name) {
   if (const auto found = uninterpreted_.find(name); found != uninterpreted_.end()) {
     return found->second;
   }
+  uninterpreted_.make_room();
   const std::string_view kept = arena_.copy(name);
   const DataType* sort = make(DataType::Kind::uninterpreted, 0, kept.data(), {});
   uninterpreted_[kept] = sort;
@@ -64,6 +66,7 @@ const DataType* SortTable::composite(Composites& table, DataType::Kind kind,
   if (const auto found = table.find(components); found != table.end()) {
     return found->second;
   }
+  table.make_room();
   const auto kept = arena_.copy(components);
   const DataType* sort = make(kind, 0, nullptr, kept);
   table[kept] = sort;

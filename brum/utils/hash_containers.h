@@ -217,8 +217,9 @@ class Hashtable {
 
   /**
    * Has the next `n` nodes, if they are many, come from one chunk of the pool instead of chunks of
-   * the usual sizes, so that they lie on huge pages. Takes no memory yet. If these remain the
-   * table's only nodes, their values are destroyed in the order in which they were made.
+   * the usual sizes, so that they lie on huge pages. Takes no memory yet. If these are the first
+   * nodes and remain the only ones, and if the table is never cleared, their values are destroyed
+   * in the order in which they were made.
    */
   void expect_nodes(std::size_t n) noexcept {
     if (n >= huge_page_bytes / sizeof(Bucket)) {
@@ -232,6 +233,19 @@ class Hashtable {
    * class.
    */
   void rehash(std::size_t n);
+
+  /**
+   * Does what `rehash` does, but throws std::bad_alloc before anything is changed: for tables that
+   * must not lose their values.
+   */
+  void grow_safely(std::size_t n);
+
+  /** Grows safely now if the next insertion would grow the table, which that then does not. */
+  void make_room() {
+    if (num_values >= counts.growth_size()) {
+      grow_safely(counts.count() + 1);
+    }
+  }
 
   /**
    * Copies `value` into a node of the pool, which is not linked into the table: that is left to the
@@ -353,6 +367,15 @@ class Hashtable {
     std::array<Bucket*, most_nodes> nodes;
   };
 
+  /** Throws if the values were lost earlier: an empty table would pass for the right one. */
+  void require_buckets() const {
+    if (counts.count() == 0) {
+      throw std::bad_alloc();
+    }
+  }
+
+  void move_to(Heads new_buckets);
+  void lose_values() noexcept;
   void drop_chains(Heads& heads) noexcept;
   void destroy_values() noexcept;
   void destroy_chains() noexcept;
@@ -417,24 +440,47 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::rehash(std::size_t n) {
   if (counts.count() >= n) {
     return;
   }
-  if (counts.count() == 0) {
-    throw std::bad_alloc();  // the values were lost in an earlier call; an empty table would pass
-                             // for the right one
-  }
+  require_buckets();
   const std::size_t new_count = choose_bucket_count(n);
-  Heads old_buckets = std::move(buckets);
+  Heads new_buckets;
   try {
-    buckets = Heads(new_count);
-    counts = BucketCount(new_count);
+    new_buckets = Heads(new_count);
+  } catch (...) {
+    lose_values();
+    throw;
+  }
+  move_to(std::move(new_buckets));
+}
+
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::grow_safely(std::size_t n) {
+  if (counts.count() < n) {
+    require_buckets();
+    move_to(Heads(choose_bucket_count(n)));
+  }
+}
+
+/** Puts every node into the chains of `new_buckets`; if a hash throws, the values are lost. */
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::move_to(Heads new_buckets) {
+  Heads old_buckets = std::exchange(buckets, std::move(new_buckets));
+  counts = BucketCount(buckets.size());
+  try {
     relink(old_buckets);
   } catch (...) {
     drop_chains(old_buckets);
-    drop_chains(buckets);
-    buckets = Heads();
-    counts = BucketCount();
-    num_values = 0;
+    lose_values();
     throw;
   }
+}
+
+/** Leaves the table without values and without buckets. */
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::lose_values() noexcept {
+  drop_chains(buckets);
+  buckets = Heads();
+  counts = BucketCount();
+  num_values = 0;
 }
 
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
@@ -552,6 +598,8 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::reset() {
   Heads few_buckets(BucketCount::smallest().count());
   destroy_values();
   pool.release();
+  pool.next_chunk_blocks = Pool().next_chunk_blocks;
+  nodes_in_row = false;
   buckets = std::move(few_buckets);
   counts = BucketCount::smallest();
   num_values = 0;

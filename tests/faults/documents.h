@@ -52,10 +52,10 @@ class TablePrinter : public SmtLib2TermPrinter {
  public:
   using SmtLib2TermPrinter::SmtLib2TermPrinter;
 
-  /// Whether a table could not grow: then the printer may only be destroyed.
-  bool is_lost() const {
-    return symbol_names.bucket_count() == 0 || type_names.bucket_count() == 0 ||
-           tag_names.bucket_count() == 0 || trace_definitions.bucket_count() == 0;
+  /// The numbers of buckets of its tables.
+  std::vector<std::size_t> buckets() const {
+    return {symbol_names.bucket_count(), type_names.bucket_count(),
+            trace_definitions.bucket_count()};
   }
 
   bool is_idle() const {
@@ -67,9 +67,8 @@ class PlainTablePrinter : public SmtLibTermPrinter {
  public:
   using SmtLibTermPrinter::SmtLibTermPrinter;
 
-  bool is_lost() const {
-    return symbol_names.bucket_count() == 0 || type_names.bucket_count() == 0 ||
-           tag_names.bucket_count() == 0;
+  std::vector<std::size_t> buckets() const {
+    return {symbol_names.bucket_count(), type_names.bucket_count()};
   }
 
   bool is_idle() const { return !single_term && use_newlines; }
@@ -82,7 +81,7 @@ struct EntryPoint {
   std::function<std::unique_ptr<Printer>(WideFormula&)> make;
   std::function<void(Printer&, std::ostream&, const WideFormula&)> print;
 
-  /// How many tables of the printer itself grow, each losing the printer when it cannot.
+  /// How many tables of the printer itself grow.
   std::size_t growths = 0;
 
   /// A trace piece that failed leaves definitions behind, so that the next one differs.

@@ -22,7 +22,7 @@ using testing::OpenPrinter;
 using testing::OpenPrinter2;
 
 /// A formula with long names, indexed operators and numerals, so that texts do not fit into strings
-/// themselves; small enough that no table of a printer has to grow, which none survives.
+/// themselves.
 struct Formula {
   TermManager mgr;
   const DataType* sort = mgr.make_uninterpreted_type("A");

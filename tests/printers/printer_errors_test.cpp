@@ -87,6 +87,19 @@ TEST(PrinterErrors, ATermThatCannotBePrintedAtAll) {
   }
 }
 
+TEST(PrinterErrors, NumeralsOfAnotherManagerAreRefused) {
+  TermManager mgr;
+  TermManager other;
+  const Term* three = other.make_number(3);
+  for (const bool v1_format : {true, false}) {
+    OpenPrinter printer(v1_format, &mgr, "", "");
+    std::ostringstream out;
+    EXPECT_EQ(error_of([&] { printer.print_single_term(out, three, false); }),
+              "can't print interpreted symbol 3in SMT-LIB format");
+    EXPECT_EQ(out.str(), "");
+  }
+}
+
 TEST(PrinterErrors, RefusedDeclarationsEndTheDocument) {
   TermManager mgr;
   const DataType* arrays = mgr.make_array_type(mgr.get_int_type(), mgr.get_real_type());

@@ -2,16 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdint>
+#include <set>
 #include <vector>
 
 #include "brum/utils/hash_containers.h"
-#include "tests/support/counted.h"
 
 namespace {
 
 using brum::hsh::HashMap;
-using brum::testing::Counted;
 using Numbers = std::vector<int>;
 
 /** So many nodes are taken from one chunk when they are expected. */
@@ -71,83 +69,109 @@ TEST(HashDestruction, FollowsTheBucketsAgainAfterClearing) {
   EXPECT_EQ(Noted::destroyed, (Numbers{6, 7}));
 }
 
-class DestructionOfCounted : public ::testing::TestWithParam<std::size_t> {
- protected:
-  DestructionOfCounted() { Counted::alive = 0; }
-  ~DestructionOfCounted() override { EXPECT_EQ(Counted::alive, left_); }
-
-  /** As many values are never destroyed. */
-  void leave(int count) { left_ = count; }
-
-  static std::size_t expected_nodes() { return GetParam(); }
-
- private:
-  int left_ = 0;
-};
-
-TEST_P(DestructionOfCounted, IsDoneOnce) {
-  HashMap<int, Counted> map;
-  map.expect_nodes(expected_nodes());
-  add_keys(map, 100);
-  EXPECT_EQ(Counted::alive, 100);
+TEST(HashDestruction, FollowsTheBucketsAgainAfterAReset) {
+  {
+    HashMap<int, Noted> map;
+    map.expect_nodes(many);
+    map.insert_absent(9, 9);
+    map.reset();
+    Noted::destroyed.clear();
+    map.insert_absent(7, 7);
+    map.insert_absent(6, 6);
+  }
+  EXPECT_EQ(Noted::destroyed, (Numbers{6, 7}));
 }
 
-TEST_P(DestructionOfCounted, IsDoneByClearingToo) {
-  HashMap<int, Counted> map;
+/** Notes where its objects are, so that one that is destroyed where none is shows. */
+struct Placed {
+  static inline std::set<const Placed*> objects;
+  Placed() { objects.insert(this); }
+  Placed(const Placed& /*other*/) { objects.insert(this); }
+  Placed& operator=(const Placed&) = default;
+  ~Placed() { EXPECT_EQ(objects.erase(this), 1U); }
+};
+
+class Destruction : public ::testing::TestWithParam<std::size_t> {
+ protected:
+  using Map = HashMap<int, Placed>;
+
+  Destruction() { Placed::objects.clear(); }
+  ~Destruction() override { EXPECT_EQ(Placed::objects.size(), left_); }
+
+  /** As many values are never destroyed. */
+  void leave(std::size_t count) { left_ = count; }
+
+  static std::size_t expected_nodes() { return GetParam(); }
+  static std::size_t alive() { return Placed::objects.size(); }
+
+ private:
+  std::size_t left_ = 0;
+};
+
+TEST_P(Destruction, IsDoneOnce) {
+  Map map;
+  map.expect_nodes(expected_nodes());
+  add_keys(map, 100);
+  EXPECT_EQ(alive(), 100U);
+}
+
+TEST_P(Destruction, IsDoneByClearingToo) {
+  Map map;
   map.expect_nodes(expected_nodes());
   add_keys(map, 100);
   map.clear(false);
-  EXPECT_EQ(Counted::alive, 0);
+  EXPECT_EQ(alive(), 0U);
   add_keys(map, 50);
-  EXPECT_EQ(Counted::alive, 50);
+  EXPECT_EQ(alive(), 50U);
 }
 
-TEST_P(DestructionOfCounted, ReachesEveryChunk) {
-  HashMap<int, Counted> map;
+TEST_P(Destruction, ReachesEveryChunk) {
+  Map map;
   map.expect_nodes(expected_nodes());
   add_keys(map, many + 1);
 }
 
-TEST_P(DestructionOfCounted, ReachesNodesThatWereNotExpected) {
-  HashMap<int, Counted> map;
+TEST_P(Destruction, ReachesNodesThatWereNotExpected) {
+  Map map;
   add_keys(map, 10);
   map.expect_nodes(expected_nodes());
   add_keys(map, 100);
 }
 
-TEST_P(DestructionOfCounted, ReachesNodesThatWereExpectedTwice) {
-  HashMap<int, Counted> map;
+TEST_P(Destruction, ReachesNodesThatWereExpectedTwice) {
+  Map map;
   map.expect_nodes(expected_nodes());
   add_keys(map, 100);
   map.expect_nodes(expected_nodes());
   add_keys(map, 200);
 }
 
-TEST_P(DestructionOfCounted, LeavesNodesAloneThatAreNotLinked) {
-  HashMap<int, Counted> map;
+TEST_P(Destruction, LeavesNodesAloneThatAreNotLinked) {
+  Map map;
   map.expect_nodes(expected_nodes());
   map.new_Bucket({});
   add_keys(map, 100);
   leave(1);
 }
 
-TEST_P(DestructionOfCounted, IsDoneByResettingToo) {
-  HashMap<int, Counted> map;
+TEST_P(Destruction, IsDoneByResettingToo) {
+  Map map;
   map.expect_nodes(expected_nodes());
   add_keys(map, 100);
   map.reset();
-  EXPECT_EQ(Counted::alive, 0);
+  EXPECT_EQ(alive(), 0U);
   EXPECT_TRUE(map.empty());
   EXPECT_EQ(map.bucket_count(), 31U);
   EXPECT_EQ(map.node_pool().chunk_list, nullptr);
+  EXPECT_EQ(map.node_pool().next_chunk_blocks, 16U);
   EXPECT_EQ(map.find(1), map.end());
   add_keys(map, 23);
   EXPECT_EQ(map.bucket_count(), 73U);
-  EXPECT_EQ(Counted::alive, 23);
+  EXPECT_EQ(alive(), 23U);
 }
 
-TEST_P(DestructionOfCounted, IsNotDoneWhenTheTableIsAbandoned) {
-  HashMap<int, Counted> map;
+TEST_P(Destruction, IsNotDoneWhenTheTableIsAbandoned) {
+  Map map;
   map.expect_nodes(expected_nodes());
   add_keys(map, 1000);
   map.abandon();
@@ -156,7 +180,7 @@ TEST_P(DestructionOfCounted, IsNotDoneWhenTheTableIsAbandoned) {
   leave(1000);
 }
 
-INSTANTIATE_TEST_SUITE_P(Few, DestructionOfCounted, ::testing::Values(0));
-INSTANTIATE_TEST_SUITE_P(Many, DestructionOfCounted, ::testing::Values(many));
+INSTANTIATE_TEST_SUITE_P(Few, Destruction, ::testing::Values(0));
+INSTANTIATE_TEST_SUITE_P(Many, Destruction, ::testing::Values(many));
 
 }  // namespace

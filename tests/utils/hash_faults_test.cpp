@@ -276,6 +276,28 @@ TEST(HashFaults, AKeyThatCannotBeCopiedIsNotInserted) {
   EXPECT_EQ(&*set.insert(Stubborn(3)).first, first);
 }
 
+TEST(HashFaults, ATableThatCannotMakeRoomIsAsBefore) {
+  HashMap<int, Counted> map;
+  for (int key = 0; key < 21; ++key) {
+    map[key];
+  }
+  map.make_room();
+  EXPECT_EQ(map.bucket_count(), 31U);
+  map[21];
+  EXPECT_EQ(map.bucket_count(), 31U);
+  {
+    const MemoryFault fault(1);
+    EXPECT_THROW(map.make_room(), std::bad_alloc);
+  }
+  EXPECT_EQ(map.size(), 22U);
+  EXPECT_EQ(map.bucket_count(), 31U);
+  map.make_room();
+  EXPECT_EQ(map.bucket_count(), 73U);
+  map[22];
+  EXPECT_EQ(map.bucket_count(), 73U);
+  EXPECT_EQ(map.size(), 23U);
+}
+
 TEST(HashFaults, ATableThatCannotBeResetIsAsBefore) {
   HashMap<int, Counted> map;
   for (int key = 0; key < 100; ++key) {
@@ -306,6 +328,7 @@ void expect_end_of_growing_table(int count, int step) {
     EXPECT_EQ(map.size(), 0U);
     EXPECT_EQ(Counted::alive, 0);
     EXPECT_THROW(map[Stubborn(1)], std::bad_alloc);
+    EXPECT_THROW(map.make_room(), std::bad_alloc);
   }
 }
 
