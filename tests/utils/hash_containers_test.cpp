@@ -404,6 +404,22 @@ TEST(Hashtable, ClearMayRenewTheBuckets) {
   EXPECT_EQ(map.bucket_count(), 2593U);
 }
 
+TEST(Hashtable, GrowsSafelyOnlyIfItHasFewerBuckets) {
+  NumberSet set;
+  set.insert(1);
+  set.insert(32);  // into the same bucket: the newest comes first, and growth would turn them round
+  for (const std::size_t buckets : {0U, 31U}) {
+    set.grow_safely(buckets);
+    EXPECT_EQ(std::vector<std::uint64_t>(set.begin(), set.end()),
+              (std::vector<std::uint64_t>{32, 1}));
+    EXPECT_EQ(set.bucket_count(), 31U);
+  }
+  set.grow_safely(32);
+  EXPECT_EQ(std::vector<std::uint64_t>(set.begin(), set.end()),
+            (std::vector<std::uint64_t>{1, 32}));
+  EXPECT_EQ(set.bucket_count(), 73U);
+}
+
 TEST(Hashtable, TakesManyExpectedNodesFromOneChunk) {
   constexpr std::uint64_t many = 200'000;
   HashMap<std::uint64_t, std::uint64_t> map;
