@@ -53,7 +53,7 @@ const std::string& SmtLibTermPrinter::kept_sort_text(const DataType* sort) {
   return sort_text(sort);
 }
 
-// The texts that are known stay when memory ends.
+// The place for the text of a sort. Those that are known stay when memory ends.
 std::string& SmtLibTermPrinter::text_of(const DataType* sort) {
   type_names.make_room();
   return type_names[sort];
