@@ -313,21 +313,6 @@ TEST(ApiTrace, ADocumentAfterAFailureIsWhole) {
             "(assert (let ((.def_2 (+ x x)))\n(<= .def_2 .def_2)))\n");
 }
 
-/// Throws at one term, after its arguments were handed over.
-class FailingPrinter : public OpenPrinter2 {
- public:
-  using OpenPrinter2::OpenPrinter2;
-  const Term* fails_at = nullptr;
-
-  void print_term_and_children(std::ostream& out, const Term* term,
-                               const std::vector<std::string>& children) override {
-    OpenPrinter2::print_term_and_children(out, term, children);
-    if (term == fails_at) {
-      throw std::runtime_error("hook");
-    }
-  }
-};
-
 // With let each assertion stands alone. A large one leaves many buckets behind, which the next one
 // clears and the second next would go through for nothing.
 TEST(ApiTrace, SmallAssertionsDoNotPayForALargeOneBeforeThem) {
@@ -361,6 +346,21 @@ TEST(ApiTrace, BucketsStayForTheNextAssertion) {
   EXPECT_EQ(buckets_after(p), 10'501U);
   EXPECT_EQ(buckets_after(p), 10'501U);
 }
+
+/// Throws at one term, after its arguments were handed over.
+class FailingPrinter : public OpenPrinter2 {
+ public:
+  using OpenPrinter2::OpenPrinter2;
+  const Term* fails_at = nullptr;
+
+  void print_term_and_children(std::ostream& out, const Term* term,
+                               const std::vector<std::string>& children) override {
+    OpenPrinter2::print_term_and_children(out, term, children);
+    if (term == fails_at) {
+      throw std::runtime_error("hook");
+    }
+  }
+};
 
 TEST(ApiTrace, TextsLentToAFailingHookAreBackInTheMap) {
   TermManager mgr;

@@ -93,7 +93,10 @@ struct Placed {
 
 class Destruction : public ::testing::TestWithParam<std::size_t> {
  protected:
-  using Map = HashMap<int, Placed>;
+  /** A table that expects as many nodes as the test says. */
+  struct Map : HashMap<int, Placed> {
+    Map() { expect_nodes(GetParam()); }
+  };
 
   Destruction() { Placed::objects.clear(); }
   ~Destruction() override { EXPECT_EQ(Placed::objects.size(), left_); }
@@ -101,7 +104,6 @@ class Destruction : public ::testing::TestWithParam<std::size_t> {
   /** As many values are never destroyed. */
   void leave(std::size_t count) { left_ = count; }
 
-  static std::size_t expected_nodes() { return GetParam(); }
   static std::size_t alive() { return Placed::objects.size(); }
 
  private:
@@ -110,14 +112,12 @@ class Destruction : public ::testing::TestWithParam<std::size_t> {
 
 TEST_P(Destruction, IsDoneOnce) {
   Map map;
-  map.expect_nodes(expected_nodes());
   add_keys(map, 100);
   EXPECT_EQ(alive(), 100U);
 }
 
 TEST_P(Destruction, IsDoneByClearingToo) {
   Map map;
-  map.expect_nodes(expected_nodes());
   add_keys(map, 100);
   map.clear(false);
   EXPECT_EQ(alive(), 0U);
@@ -127,28 +127,25 @@ TEST_P(Destruction, IsDoneByClearingToo) {
 
 TEST_P(Destruction, ReachesEveryChunk) {
   Map map;
-  map.expect_nodes(expected_nodes());
   add_keys(map, many + 1);
 }
 
 TEST_P(Destruction, ReachesNodesThatWereNotExpected) {
-  Map map;
+  HashMap<int, Placed> map;
   add_keys(map, 10);
-  map.expect_nodes(expected_nodes());
+  map.expect_nodes(GetParam());
   add_keys(map, 100);
 }
 
 TEST_P(Destruction, ReachesNodesThatWereExpectedTwice) {
   Map map;
-  map.expect_nodes(expected_nodes());
   add_keys(map, 100);
-  map.expect_nodes(expected_nodes());
+  map.expect_nodes(GetParam());
   add_keys(map, 200);
 }
 
 TEST_P(Destruction, LeavesNodesAloneThatAreNotLinked) {
   Map map;
-  map.expect_nodes(expected_nodes());
   map.new_Bucket({});
   add_keys(map, 100);
   leave(1);
@@ -156,7 +153,6 @@ TEST_P(Destruction, LeavesNodesAloneThatAreNotLinked) {
 
 TEST_P(Destruction, IsDoneByResettingToo) {
   Map map;
-  map.expect_nodes(expected_nodes());
   add_keys(map, 100);
   map.reset();
   EXPECT_EQ(alive(), 0U);
@@ -172,7 +168,6 @@ TEST_P(Destruction, IsDoneByResettingToo) {
 
 TEST_P(Destruction, IsNotDoneWhenTheTableIsAbandoned) {
   Map map;
-  map.expect_nodes(expected_nodes());
   add_keys(map, 1000);
   map.abandon();
   EXPECT_TRUE(map.empty());
