@@ -7,27 +7,15 @@
 namespace brum {
 
 std::uint64_t OperatorTable::HashKey::operator()(const OperatorKey& key) const {
-  std::uint64_t hash = key.tag;
-  for (const std::uint64_t part :
-       {key.first_index, key.second_index,
-        static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(key.first_sort)),
-        static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(key.second_sort))}) {
-    hash = (hash ^ part) * 0x9E3779B97F4A7C15U;
-    hash ^= hash >> 32U;
-  }
-  return hash;
-}
-
-std::size_t OperatorTable::recent_place(const OperatorKey& key) {
-  const std::uint64_t sorts = reinterpret_cast<std::uintptr_t>(key.first_sort) ^
-                              reinterpret_cast<std::uintptr_t>(key.second_sort) << 1U;
-  const std::uint64_t numbers = key.tag ^ key.first_index << 8U ^ key.second_index << 32U;
-  return hsh::mix(numbers ^ hsh::second_mixer, sorts ^ hsh::first_mixer) % num_recent;
+  const std::uint64_t numbers = hsh::mix(key.first_index << 8U ^ key.tag ^ hsh::second_mixer,
+                                         key.second_index ^ hsh::first_mixer);
+  return hsh::mix(numbers ^ reinterpret_cast<std::uintptr_t>(key.first_sort),
+                  hsh::first_mixer ^ reinterpret_cast<std::uintptr_t>(key.second_sort));
 }
 
 const Symbol* OperatorTable::get(const OperatorKey& key, const DataType* result,
                                  std::initializer_list<const DataType*> arguments) {
-  Recent& recent = recent_[recent_place(key)];
+  Recent& recent = recent_[HashKey()(key) % recent_.size()];
   if (recent.symbol == nullptr || recent.key != key) {
     recent = {key, look_up(key, result, arguments)};
   }

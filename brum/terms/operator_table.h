@@ -2,7 +2,6 @@
 #define BRUM_TERMS_OPERATOR_TABLE_H
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <initializer_list>
 
@@ -50,8 +49,6 @@ class BRUM_EXPORT OperatorTable {
     const Symbol* symbol = nullptr;
   };
 
-  static constexpr std::size_t num_recent = 64;
-  static std::size_t recent_place(const OperatorKey& key);
   const Symbol* look_up(const OperatorKey& key, const DataType* result,
                         std::initializer_list<const DataType*> arguments);
 
@@ -59,7 +56,7 @@ class BRUM_EXPORT OperatorTable {
   SortTable& sorts_;
   hsh::HashMap<OperatorKey, const Symbol*, HashKey> symbols_;
   hsh::HashMap<const Symbol*, OperatorKey> keys_;
-  std::array<Recent, num_recent> recent_;  // a formula asks for a few operators again and again
+  std::array<Recent, 64> recent_;  // a formula asks for a few operators again and again
 };
 
 }  // namespace brum

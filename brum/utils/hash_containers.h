@@ -563,7 +563,7 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(Heads& heads) noexcept
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_values() noexcept {
   if constexpr (!std::is_trivially_destructible_v<Value>) {
-    void* const row = nodes_in_row ? pool.only_chunk() : nullptr;
+    void* const row = nodes_in_row ? pool.begin_of_only_chunk() : nullptr;
     if (row == nullptr) {
       destroy_chains();
     } else {

@@ -98,7 +98,7 @@ class MemoryPool {
   /**
    * Gives the first block of the only chunk, or null when there is none or another chunk besides.
    */
-  void* only_chunk() const noexcept {
+  void* begin_of_only_chunk() const noexcept {
     return chunk_list == nullptr || link_of(chunk_list) != nullptr ? nullptr
                                                                    : first_block_of(chunk_list);
   }
