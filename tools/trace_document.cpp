@@ -1,5 +1,6 @@
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "attributes.h"
@@ -20,8 +21,11 @@ std::vector<const Term*> asserted_terms(const Script& script) {
     if (command.term != nullptr) {
       terms.push_back(command.term);
     }
-    terms.insert(terms.end(), command.literals.begin(), command.literals.end());
-    terms.insert(terms.end(), command.conditions.begin(), command.conditions.end());
+    if (command.question != nullptr) {
+      const Question& question = *command.question;
+      terms.insert(terms.end(), question.literals.begin(), question.literals.end());
+      terms.insert(terms.end(), question.conditions.begin(), question.conditions.end());
+    }
   }
   return terms;
 }
@@ -74,7 +78,8 @@ class TraceWriter {
   void write(const Command& command) {
     switch (command.kind) {
       case Command::Kind::assertion:
-        printer_.apitracer_print_term(out_, command.term, attribute_of_name(command.name));
+        printer_.apitracer_print_term(out_, command.term,
+                                      attribute_of_name(std::string(command.name)));
         break;
       case Command::Kind::push:
         levels_ += command.levels;
@@ -85,11 +90,11 @@ class TraceWriter {
         out_ << "(pop " << command.levels << ")\n";
         break;
       case Command::Kind::check_sat:
-        state_status(command);
+        state_status(command.question->status);
         out_ << "(check-sat)\n";
         break;
       case Command::Kind::check_sat_assuming:
-        write_check_assuming(command);
+        write_check_assuming(*command.question);
         break;
       case Command::Kind::reset:
       case Command::Kind::reset_assertions:
@@ -100,25 +105,25 @@ class TraceWriter {
   }
 
   /// The literals hold for one answer: they are asserted on a level of their own.
-  void write_check_assuming(const Command& command) {
+  void write_check_assuming(const Question& question) {
     out_ << "(push 1)\n";
-    for (const Term* literal : command.literals) {
+    for (const Term* literal : question.literals) {
       printer_.apitracer_print_term(out_, literal, "");
     }
-    for (const Term* condition : command.conditions) {
+    for (const Term* condition : question.conditions) {
       printer_.apitracer_print_term(out_, condition, "");
     }
-    state_status(command);
+    state_status(question.status);
     out_ << "(check-sat)\n(pop 1)\n";
   }
 
   /// A solver may hold its answer against the status that it was told last.
-  void state_status(const Command& command) {
-    if (source_.line.status || command.status == stated_status_) {
+  void state_status(std::string_view of_input) {
+    if (source_.line.status || of_input == stated_status_) {
       return;
     }
-    stated_status_ = command.status;
-    const std::string status = source_.status(command.status);
+    stated_status_ = of_input;
+    const std::string status = source_.status(stated_status_);
     out_ << "(set-info :status " << (status.empty() ? "unknown" : status) << ")\n";
   }
 
@@ -163,7 +168,7 @@ void write_trace(const DocumentSource& source, std::ostream& out) {
   FreeNames reserved(symbols);
   for (const Command& command : script.commands) {
     if (!command.name.empty()) {
-      reserved.take(command.name);
+      reserved.take(std::string(command.name));
     }
   }
   if (script.annotations.size() != 0) {

@@ -63,7 +63,7 @@ void Scopes::bind(Name& name, const Binding& binding) {
   if (global_declarations_) {
     global_names_.push_back(&name);
   } else {
-    covered_.emplace_back(&name, name.binding);
+    covered_.push_back({&name, name.binding});
   }
   name.binding = binding;
 }
@@ -130,13 +130,13 @@ void Scopes::end_term() {
 }
 
 void Scopes::cover(Name& name, Value value) {
-  covered_.emplace_back(&name, name.binding);
+  covered_.push_back({&name, name.binding});
   name.binding = Binding::to_value(value);
 }
 
 void Scopes::uncover(std::size_t count) {
   for (; count > 0; --count) {
-    covered_.back().first->binding = covered_.back().second;
+    covered_.back().name->binding = covered_.back().binding;
     covered_.pop_back();
   }
 }

@@ -12,6 +12,7 @@
 #include "brum/readers/names.h"
 #include "brum/readers/term_builder.h"
 #include "brum/utils/hash_containers.h"
+#include "brum/utils/large_array.h"
 
 namespace brum {
 
@@ -97,6 +98,12 @@ class Scopes {
     std::size_t covered_sorts;
   };
 
+  /// A name and what it stood for before.
+  struct Covered {
+    Name* name;
+    Binding binding;
+  };
+
   Binding binding_of(Definition definition);
   void bind(Name& name, const Binding& binding);
   void bind_sort(Name& name, const SortBinding& binding);
@@ -113,7 +120,7 @@ class Scopes {
   };
 
   TermBuilder& builder_;
-  std::vector<std::pair<Name*, Binding>> covered_;  // what each name stood for before
+  LargeList<Covered> covered_;
   std::vector<std::pair<const Name*, SortBinding>> covered_sorts_;
   hsh::HashMap<const Name*, SortBinding> sorts_;
   std::vector<Level> levels_;

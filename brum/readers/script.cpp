@@ -1,5 +1,6 @@
 #include "brum/readers/script.h"
 
+#include <new>
 #include <optional>
 
 #include "brum/utils/exception.h"
@@ -43,7 +44,7 @@ Query Script::in_force_before(std::size_t end) const {
     switch (command.kind) {
       case Command::Kind::assertion:
         query.assertions.push_back(command.term);
-        query.names.push_back(command.name);
+        query.names.emplace_back(command.name);
         break;
       case Command::Kind::push:
         levels.insert(levels.end(), command.levels, query.assertions.size());
@@ -70,10 +71,11 @@ Query Script::in_force_before(std::size_t end) const {
   if (end < commands.size()) {
     const Command& command = commands[end];
     query.position = command.position;
-    query.status = command.status;
-    query.assumptions = command.literals;
-    query.assumptions.insert(query.assumptions.end(), command.conditions.begin(),
-                             command.conditions.end());
+    const Question& question = *command.question;
+    query.status = question.status;
+    query.assumptions.assign(question.literals.begin(), question.literals.end());
+    query.assumptions.insert(query.assumptions.end(), question.conditions.begin(),
+                             question.conditions.end());
   }
   return query;
 }
@@ -112,8 +114,19 @@ void Script::on_annotation(const Term* term, const std::string& keyword, const s
   annotations[term].emplace_back(keyword, value);
 }
 
+const Question* Script::keep(const Question& question) {
+  return new (arena_.allocate(sizeof(Question)))
+      Question{arena_.copy(question.status), arena_.copy(question.literals),
+               arena_.copy(question.conditions)};
+}
+
 void Script::on_command(const Command& command) {
-  commands.push_back(command);
+  Command kept = command;
+  if (!command.name.empty())
+    kept.name = arena_.copy(command.name);
+  if (command.question != nullptr)
+    kept.question = keep(*command.question);
+  commands.push_back(kept);
   if (is_query(command))
     ++num_queries_;
 }

@@ -8,9 +8,11 @@
 
 #include "brum/readers/script_handler.h"
 #include "brum/terms/annotation_map.h"
+#include "brum/terms/arena.h"
 #include "brum/terms/term.h"
 #include "brum/utils/export.h"
 #include "brum/utils/hash_containers.h"
+#include "brum/utils/large_array.h"
 
 namespace brum {
 
@@ -36,7 +38,7 @@ class BRUM_EXPORT Script : public ScriptHandler {
   std::string status;                                        // the first query's; else the last one
   std::vector<std::pair<std::string, std::string>> info;     // every `set-info`
   std::vector<std::pair<std::string, std::string>> options;  // every `set-option`
-  std::vector<Command> commands;
+  LargeList<Command> commands;
   AnnotationMap annotations;
   hsh::HashMap<std::string, const DataType*> sorts;            // declared ones by name
   std::vector<std::pair<std::string, const Symbol*>> symbols;  // declared ones with their names
@@ -69,6 +71,9 @@ class BRUM_EXPORT Script : public ScriptHandler {
  private:
   Query in_force_before(std::size_t end) const;
 
+  const Question* keep(const Question& question);
+
+  Arena arena_;  // what the commands refer to
   std::size_t num_queries_ = 0;
   LogicFeatures later_logics_;
 };

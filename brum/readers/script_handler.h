@@ -3,8 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
-#include <vector>
+#include <string_view>
 
 #include "brum/readers/logic_name.h"
 #include "brum/readers/partial_operators.h"
@@ -14,7 +15,19 @@
 
 namespace brum {
 
-/// A command that says what is asserted or asked.
+/// What a check-sat or check-sat-assuming asks for. Its text and lists belong to who gives it.
+struct Question {
+  /// The last `:status` before it, empty if there is none.
+  std::string_view status;
+
+  /// Of check_sat_assuming: the literals as written, and the conditions of constants that were
+  /// introduced for them.
+  std::span<const Term* const> literals;
+  std::span<const Term* const> conditions;
+};
+
+/// A command that says what is asserted or asked. Its text and its question belong to who gives it:
+/// in ScriptHandler::on_command() they hold during the call, in a Script as long as that does.
 struct Command {
   enum class Kind : std::uint8_t {
     assertion,
@@ -32,18 +45,13 @@ struct Command {
   /// Of an assertion: the term, conjoined with the conditions of constants that were introduced
   /// for it, and the name given by `:named`, without bars, empty if there is none.
   const Term* term = nullptr;
-  std::string name;
+  std::string_view name;
 
   /// Of push and pop: how many levels.
   std::size_t levels = 0;
 
-  /// Of check_sat_assuming: the literals as written, and the conditions of constants that were
-  /// introduced for them.
-  std::vector<const Term*> literals;
-  std::vector<const Term*> conditions;
-
-  /// Of check_sat and check_sat_assuming: the last `:status` before it, empty if there is none.
-  std::string status;
+  /// Of check_sat and check_sat_assuming; null for any other command.
+  const Question* question = nullptr;
 };
 
 /// Told what a script says while it is read, in the order of the script. By default nothing is

@@ -70,7 +70,8 @@ void SmtLib1BenchmarkParser::read_benchmark() {
   }
   expect(TokenKind::end, "the end of the input");
   Command command = make_command(Command::Kind::check_sat, position);
-  command.status = status_;
+  const Question question{.status = status_, .literals = {}, .conditions = {}};
+  command.question = &question;
   teller_.tell(command);
   handler_.on_end(builder_.added_features());
 }

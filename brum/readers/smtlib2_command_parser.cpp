@@ -1,6 +1,8 @@
 #include "brum/readers/smtlib2_command_parser.h"
 
 #include <array>
+#include <string>
+#include <vector>
 
 #include "brum/readers/s_expressions.h"
 
@@ -140,7 +142,9 @@ const Term* SmtLib2CommandParser::read_boolean(std::string* name) {
 
 void SmtLib2CommandParser::assert_term() {
   Command command = make_command(Command::Kind::assertion);
-  command.term = read_boolean(&command.name);
+  std::string name;
+  command.term = read_boolean(&name);
+  command.name = name;
   for (const Term* condition : builder_.side_conditions().assert_used()) {
     command.term = manager_.make_and(command.term, condition);
   }
@@ -148,20 +152,23 @@ void SmtLib2CommandParser::assert_term() {
 }
 
 void SmtLib2CommandParser::check_sat() {
+  const Question question{.status = status_, .literals = {}, .conditions = {}};
   Command command = make_command(Command::Kind::check_sat);
-  command.status = status_;
+  command.question = &question;
   teller_.tell(command);
 }
 
 void SmtLib2CommandParser::check_sat_assuming() {
-  Command command = make_command(Command::Kind::check_sat_assuming);
-  command.status = status_;
   expect(TokenKind::left_bracket, "'(' and literals");
+  std::vector<const Term*> literals;
   while (lexer_.next().kind != TokenKind::right_bracket) {
     lexer_.push_back();
-    command.literals.push_back(read_boolean(nullptr));
+    literals.push_back(read_boolean(nullptr));
   }
-  command.conditions = builder_.side_conditions().conditions_used();
+  const std::vector<const Term*> conditions = builder_.side_conditions().conditions_used();
+  const Question question{.status = status_, .literals = literals, .conditions = conditions};
+  Command command = make_command(Command::Kind::check_sat_assuming);
+  command.question = &question;
   teller_.tell(command);
 }
 

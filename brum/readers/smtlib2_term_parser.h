@@ -15,6 +15,7 @@
 #include "brum/readers/smtlib2_sort_parser.h"
 #include "brum/readers/term_builder.h"
 #include "brum/readers/term_stack.h"
+#include "brum/utils/large_array.h"
 
 namespace brum {
 
@@ -79,7 +80,7 @@ class SmtLib2TermParser : private TermStack {
   void name_term(Name& name, TextPosition position, Value value, SideConditions::Node conditions);
 
   TermContext c_;
-  std::vector<LetBinding> bindings_;
+  LargeList<LetBinding> bindings_;
   std::string* name_of_whole_ = nullptr;
 };
 

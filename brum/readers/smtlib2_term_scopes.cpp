@@ -50,7 +50,7 @@ void SmtLib2TermParser::cover_variables(Frame& frame) {
   }
   frame.kind = Frame::Kind::let_body;
   frame.count = bindings_.size() - first;
-  bindings_.resize(first);
+  bindings_.shrink(first);
 }
 
 /// Reads on behind the term of `(! term`, whose frame is not on the stack any more.

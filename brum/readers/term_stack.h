@@ -11,6 +11,7 @@
 #include "brum/readers/read_error.h"
 #include "brum/readers/smtlib2_operators.h"
 #include "brum/readers/term_builder.h"
+#include "brum/utils/large_array.h"
 
 namespace brum {
 
@@ -86,7 +87,7 @@ class TermStack {
   /// The value on top as a term, also where it might be part of the spelling of a number.
   const Term* top_term();
 
-  std::vector<Frame> frames_;
+  LargeList<Frame> frames_;
   std::vector<Value> values_;  // of finished arguments; those without a term are in numbers_
   std::vector<QNumber> indices_;
 

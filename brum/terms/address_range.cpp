@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "brum/utils/large_memory.h"
 #include "brum/utils/sanitizers.h"
 
 #if defined(__linux__) && defined(__LP64__) && !BRUM_THREAD_SANITIZER && !BRUM_MEMORY_SANITIZER
@@ -34,6 +35,7 @@ std::byte* reserve(std::uintptr_t place) {
     ::munmap(got, range_bytes);
     return nullptr;
   }
+  prefer_huge_pages(got, range_bytes);
   return static_cast<std::byte*>(got);
 }
 

@@ -7,8 +7,12 @@
 namespace brum {
 
 namespace {
-constexpr std::size_t chunk_bytes = std::size_t{1} << 16U;
-}
+
+// Each chunk is twice as long as the one before, up to a huge page.
+constexpr std::size_t smallest_chunk = std::size_t{1} << 16U;
+constexpr std::size_t largest_chunk = huge_page_bytes;
+
+}  // namespace
 
 void* Arena::allocate(std::size_t bytes) {
   if (bytes > std::numeric_limits<std::size_t>::max() / 2) {
@@ -20,16 +24,18 @@ void* Arena::allocate(std::size_t bytes) {
       return place;
     }
   }
-  if (rounded > chunk_bytes / 4) {
+  if (rounded > smallest_chunk / 4) {
     // Large objects get a chunk of their own; the current chunk goes on being filled.
-    chunks_.push_back(std::make_unique_for_overwrite<std::byte[]>(rounded));
-    return chunks_.back().get();
+    chunks_.emplace_back(rounded);
+    return chunks_.back().begin();
   }
   if (rounded > free_bytes_) {
-    auto chunk = std::make_unique_for_overwrite<std::byte[]>(chunk_bytes);
-    chunks_.push_back(std::move(chunk));
-    free_ = chunks_.back().get();
-    free_bytes_ = chunk_bytes;
+    const std::size_t usual =
+        chunk_bytes_ == 0 ? smallest_chunk : std::min(chunk_bytes_ * 2, largest_chunk);
+    chunks_.emplace_back(usual);
+    free_ = chunks_.back().begin();
+    chunk_bytes_ = usual;
+    free_bytes_ = usual;
   }
   std::byte* result = free_;
   free_ += rounded;

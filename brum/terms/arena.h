@@ -12,6 +12,7 @@
 
 #include "brum/terms/address_range.h"
 #include "brum/utils/export.h"
+#include "brum/utils/large_memory.h"
 
 namespace brum {
 
@@ -52,7 +53,8 @@ class BRUM_EXPORT Arena {
   static constexpr std::size_t alignment = 8;
 
   std::optional<AddressRange> range_;
-  std::vector<std::unique_ptr<std::byte[]>> chunks_;
+  std::vector<LargeBlock> chunks_;
+  std::size_t chunk_bytes_ = 0;  // of the chunk that is being filled
   std::byte* free_ = nullptr;
   std::size_t free_bytes_ = 0;
 };

@@ -88,9 +88,11 @@ class LargeList {
   T* end() noexcept { return begin() + size_; }
   const T* begin() const noexcept { return reinterpret_cast<const T*>(memory_.begin()); }
   const T* end() const noexcept { return begin() + size_; }
+  T& operator[](std::size_t index) noexcept { return begin()[index]; }
   const T& operator[](std::size_t index) const noexcept { return begin()[index]; }
 
   /// The last element; there must be one.
+  T& back() noexcept { return begin()[size_ - 1]; }
   const T& back() const noexcept { return begin()[size_ - 1]; }
 
   /// Throws std::bad_alloc and then changes nothing.
@@ -104,6 +106,10 @@ class LargeList {
 
   void pop_back() noexcept { --size_; }
 
+  /// Drops the elements from the one at `size` on, of which there are at least as many, and keeps
+  /// the memory.
+  void shrink(std::size_t size) noexcept { size_ = size; }
+
   /// Drops the elements and keeps the memory.
   void clear() noexcept { size_ = 0; }
 
@@ -113,9 +119,13 @@ class LargeList {
 
   [[gnu::noinline]] void grow() {
     constexpr std::size_t smallest = 64;
-    const std::size_t capacity = capacity_ == 0 ? smallest : capacity_ * 2;
-    memory_.grow(large_array_bytes(capacity, element_bytes));
-    capacity_ = capacity;
+    std::size_t bytes = large_array_bytes(capacity_ == 0 ? smallest : capacity_ * 2, element_bytes);
+    if (bytes > huge_page_bytes) {
+      // Whole huge pages: what lies behind them would be on small ones.
+      bytes = large_array_bytes((bytes - 1) / huge_page_bytes + 1, huge_page_bytes);
+    }
+    memory_.grow(bytes);
+    capacity_ = bytes / element_bytes;
   }
 
   LargeBlock memory_;

@@ -143,7 +143,7 @@ TEST(PartialOperators, AConditionIsAssertedOnceWhileItIsInForce) {
     if (command.kind == Command::Kind::assertion) {
       parts.push_back(conjuncts(mgr, command.term, 2).size());
     } else if (command.kind == Command::Kind::check_sat_assuming) {
-      conditions.push_back(command.conditions.size());
+      conditions.push_back(command.question->conditions.size());
     }
   }
   EXPECT_EQ(parts, (std::vector<std::size_t>{1, 2, 1, 1, 2, 2, 1}));

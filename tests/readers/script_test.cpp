@@ -63,6 +63,31 @@ TEST(Script, KeepsCommandsInOrder) {
   EXPECT_EQ(script.status, "sat");
 }
 
+TEST(Script, KeepsWhatItsCommandsReferTo) {
+  TermManager mgr;
+  Script script;
+  const std::string name(100, 'n');
+  read_into(
+      script, mgr,
+      "(set-info :status sat)(declare-const p Bool)(declare-const q Bool)(assert (! p :named " +
+          name + "))(check-sat)(set-info :status unsat)(check-sat-assuming (q (not p)))");
+  ASSERT_EQ(script.commands.size(), 3U);
+  EXPECT_EQ(script.commands[0].name, name);
+  EXPECT_EQ(script.commands[0].question, nullptr);
+  const Question* first = script.commands[1].question;
+  ASSERT_NE(first, nullptr);
+  EXPECT_EQ(first->status, "sat");
+  EXPECT_TRUE(first->literals.empty());
+  EXPECT_TRUE(first->conditions.empty());
+  const Question* second = script.commands[2].question;
+  ASSERT_NE(second, nullptr);
+  EXPECT_EQ(second->status, "unsat");
+  ASSERT_EQ(second->literals.size(), 2U);
+  EXPECT_EQ(text_of(mgr, second->literals[0]), "q");
+  EXPECT_EQ(text_of(mgr, second->literals[1]), "(not p)");
+  EXPECT_TRUE(second->conditions.empty());
+}
+
 TEST(Script, TellsWhatIsInForceAtEachQuery) {
   TermManager mgr;
   Script script;

@@ -86,7 +86,7 @@ TEST(TextTable, GrowsWithoutMovingEntries) {
 TEST(TextTable, StaysAsItWasWhereMemoryEnds) {
   TextTable<Counted> table;
   std::vector<std::string> texts;
-  for (int i = 0; i < 3'000; ++i) {
+  for (int i = 0; i < 10'000; ++i) {
     // Long ones use up the arena's memory too.
     texts.push_back(std::string(100, 'x') + std::to_string(i));
   }

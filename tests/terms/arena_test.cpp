@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <new>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace brum::testing {
 
@@ -31,6 +33,17 @@ TEST(Arena, KeepsTextsOfAnyLength) {
   EXPECT_EQ(nothing.data()[0], '\0');
   EXPECT_EQ(large, long_text);
   EXPECT_EQ(after, "after");
+}
+
+TEST(Arena, KeepsManyTexts) {
+  Arena arena;
+  std::vector<std::string_view> texts;
+  for (std::size_t i = 0; i < 300000; ++i) {  // 10 MB
+    texts.push_back(arena.copy(std::to_string(i) + " and some more to fill chunks"));
+  }
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    ASSERT_EQ(texts[i], std::to_string(i) + " and some more to fill chunks");
+  }
 }
 
 TEST(Arena, RefusesWhatNoMemoryHolds) {

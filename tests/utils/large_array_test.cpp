@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -87,6 +88,47 @@ TEST(LargeList, GivesTheLastOneFirst) {
     list.pop_back();
   }
   EXPECT_TRUE(list.empty());
+}
+
+TEST(LargeList, GivesElementsToBeChanged) {
+  LargeList<std::uint64_t> list;
+  push_squares(list, 10);
+  list[3] = 100;
+  list.back() = 200;
+  EXPECT_EQ(std::as_const(list)[3], 100U);
+  EXPECT_EQ(std::as_const(list).back(), 200U);
+  EXPECT_EQ(list[9], 200U);
+}
+
+TEST(LargeList, DropsItsEnd) {
+  LargeList<std::uint64_t> list;
+  push_squares(list, 100);
+  const std::size_t capacity = list.capacity();
+  list.shrink(100);
+  EXPECT_EQ(list.size(), 100U);
+  list.shrink(40);
+  EXPECT_EQ(list.size(), 40U);
+  EXPECT_EQ(list.back(), 39U * 39U);
+  EXPECT_EQ(list.capacity(), capacity);
+  push_squares(list, 100);
+  EXPECT_TRUE(are_squares(list));
+  list.shrink(0);
+  EXPECT_TRUE(list.empty());
+}
+
+TEST(LargeList, FillsHugePages) {
+  struct Triple {
+    std::array<std::uint64_t, 3> numbers;
+  };
+  LargeList<Triple> list;
+  for (std::uint64_t i = 0; i < 200'000; ++i) {
+    list.push_back({{i, i + 1, i + 2}});
+  }
+  // 64 doubled until it takes 1.5 MiB, then 3 MiB rounded up to two huge pages, then four.
+  EXPECT_EQ(list.capacity(), 4 * huge_page_bytes / sizeof(Triple));
+  for (std::uint64_t i = 0; i < 200'000; ++i) {
+    ASSERT_EQ(list[i].numbers[2], i + 2);
+  }
 }
 
 TEST(LargeList, KeepsItsMemoryWhenCleared) {
