@@ -29,15 +29,16 @@ Value if_then_else(TermBuilder& builder, const Application& application) {
       std::array{application.arguments[0], application.arguments[1], application.arguments[2]};
   const DataType* sort = builder.sort_of(condition);
   if (sort != builder.manager().get_bool_type()) {
-    throw TermManager::error("found " + sort->to_str() + " as argument 1 of ite, expected Bool");
+    throw TermManager::error("found " + sort->to_short_str() +
+                             " as argument 1 of ite, expected Bool");
   }
   const DataType* sort_of_a = builder.sort_of(a);
   const DataType* sort_of_b = builder.sort_of(b);
   const bool fits = sort_of_a == sort_of_b ||
                     (builder.is_number_sort(sort_of_a) && builder.is_number_sort(sort_of_b));
   if (!fits) {
-    throw TermManager::error("found " + sort_of_b->to_str() + " as argument 3 of ite, expected " +
-                             sort_of_a->to_str());
+    throw TermManager::error("found " + sort_of_b->to_short_str() +
+                             " as argument 3 of ite, expected " + sort_of_a->to_short_str());
   }
   const bool real = builder.is_real(a) || builder.is_real(b);
   return {builder.ite(condition.term, a.term, b.term, real), false};
@@ -48,8 +49,8 @@ void check_array_access(const TermBuilder& builder, std::string_view name,
                         std::span<const Value> arguments) {
   const DataType* array = builder.sort_of(arguments[0]);
   if (array->kind() != DataType::Kind::array) {
-    throw TermManager::error("found " + array->to_str() + " as argument 1 of " + std::string(name) +
-                             ", expected an array");
+    throw TermManager::error("found " + array->to_short_str() + " as argument 1 of " +
+                             std::string(name) + ", expected an array");
   }
   for (std::size_t i = 1; i < arguments.size(); ++i) {
     const DataType* wanted = array->get_component(i - 1);
@@ -57,9 +58,9 @@ void check_array_access(const TermBuilder& builder, std::string_view name,
     const bool fits = found == wanted || (wanted == builder.manager().get_real_type() &&
                                           found == builder.manager().get_int_type());
     if (!fits) {
-      throw TermManager::error("found " + found->to_str() + " as argument " +
+      throw TermManager::error("found " + found->to_short_str() + " as argument " +
                                std::to_string(i + 1) + " of " + std::string(name) + ", expected " +
-                               wanted->to_str());
+                               wanted->to_short_str());
     }
   }
 }

@@ -137,9 +137,9 @@ void Definitions::check(const Definition& definition, std::string_view name,
     const bool fits = found == expected || (found == builder_.manager().get_int_type() &&
                                             expected == builder_.manager().get_real_type());
     if (!fits) {
-      throw TermManager::error("found " + found->to_str() + " as argument " +
+      throw TermManager::error("found " + found->to_short_str() + " as argument " +
                                std::to_string(i + 1) + " of " + std::string(name) + ", expected " +
-                               expected->to_str());
+                               expected->to_short_str());
     }
   }
 }

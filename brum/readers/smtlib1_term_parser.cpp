@@ -236,7 +236,7 @@ void SmtLib1TermParser::end_let_binding() {
   const DataType* sort = c_.builder.sort_of(value);
   const bool is_formula = frame.variable->text.front() == '$';
   if ((sort == c_.builder.manager().get_bool_type()) != is_formula) {
-    c_.lexer.error(frame.position, "found a term of sort " + sort->to_str() + " for " +
+    c_.lexer.error(frame.position, "found a term of sort " + sort->to_short_str() + " for " +
                                        std::string(frame.variable->text) +
                                        (is_formula ? ", expected Bool" : ", expected no formula"));
   }

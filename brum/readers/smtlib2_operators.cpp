@@ -63,7 +63,7 @@ bool fits_count(const Operator& op, std::size_t count) {
 
 [[noreturn]] void error_sort(const TermBuilder& builder, const Operator& op, Value argument,
                              std::size_t index, const std::string& expected) {
-  throw TermManager::error("found " + builder.sort_of(argument)->to_str() + " as argument " +
+  throw TermManager::error("found " + builder.sort_of(argument)->to_short_str() + " as argument " +
                            std::to_string(index + 1) + " of " + std::string(op.name) +
                            ", expected " + expected);
 }
@@ -75,7 +75,7 @@ void check_same(const TermBuilder& builder, const Operator& op, std::span<const 
     const DataType* sort = builder.sort_of(arguments[i]);
     const bool fits = sort == first || (first_is_number && builder.is_number_sort(sort));
     if (!fits)
-      error_sort(builder, op, arguments[i], i, first->to_str());
+      error_sort(builder, op, arguments[i], i, first->to_short_str());
   }
 }
 
@@ -98,7 +98,7 @@ void check_same_width(const TermBuilder& builder, const Operator& op,
       error_sort(builder, op, arguments[i], i, "a bit-vector");
     }
     if (sort != builder.sort_of(arguments[0])) {
-      error_sort(builder, op, arguments[i], i, builder.sort_of(arguments[0])->to_str());
+      error_sort(builder, op, arguments[i], i, builder.sort_of(arguments[0])->to_short_str());
     }
   }
 }

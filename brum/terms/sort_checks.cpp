@@ -10,7 +10,7 @@ namespace {
 
 [[noreturn]] void refuse(std::string_view builder, const Term* term, const std::string& wanted) {
   throw TermManager::error(std::string(builder) + ": an argument has sort " +
-                           term->sort()->to_str() + ", expected " + wanted);
+                           term->sort()->to_short_str() + ", expected " + wanted);
 }
 
 }  // namespace
@@ -24,7 +24,7 @@ void require_term(std::string_view builder, const Term* term) {
 void require_sort(std::string_view builder, const Term* term, const DataType* sort) {
   require_term(builder, term);
   if (!fits(term->sort(), sort)) {
-    refuse(builder, term, sort->to_str());
+    refuse(builder, term, sort->to_short_str());
   }
 }
 

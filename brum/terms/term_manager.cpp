@@ -15,7 +15,7 @@ void require_component_sort(std::string_view builder, const DataType* sort) {
     throw TermManager::error(std::string(builder) + ": a sort is null");
   }
   if (sort->kind() == Kind::function) {
-    throw TermManager::error(std::string(builder) + ": " + sort->to_str() +
+    throw TermManager::error(std::string(builder) + ": " + sort->to_short_str() +
                              " is a function type, expected a sort of terms");
   }
 }
@@ -134,8 +134,8 @@ const Symbol* TermManager::declare_in(Signature& signature, const std::string& n
   }
   if (const Symbol* known = signature.get_symbol(std::string_view(name)); known != nullptr) {
     if (known->type != type) {
-      throw error("declare: '" + name + "' is declared with sort " + known->type->to_str() +
-                  " already, not " + type->to_str());
+      throw error("declare: '" + name + "' is declared with sort " + known->type->to_short_str() +
+                  " already, not " + type->to_short_str());
     }
     return known;
   }
@@ -238,7 +238,8 @@ const Term* TermManager::make_select(const Term* array, const Term* index) {
   const DataType* index_sort = nullptr;
   const DataType* element_sort = nullptr;
   if (!is_array_type(array->sort(), &index_sort, &element_sort)) {
-    throw error("select: an argument has sort " + array->sort()->to_str() + ", expected an array");
+    throw error("select: an argument has sort " + array->sort()->to_short_str() +
+                ", expected an array");
   }
   require_sort("select", index, index_sort);
   const OperatorKey key{.tag = SymbolTag::array_select, .first_sort = array->sort()};
@@ -250,7 +251,8 @@ const Term* TermManager::make_store(const Term* array, const Term* index, const 
   const DataType* index_sort = nullptr;
   const DataType* element_sort = nullptr;
   if (!is_array_type(array->sort(), &index_sort, &element_sort)) {
-    throw error("store: an argument has sort " + array->sort()->to_str() + ", expected an array");
+    throw error("store: an argument has sort " + array->sort()->to_short_str() +
+                ", expected an array");
   }
   require_sort("store", index, index_sort);
   require_sort("store", element, element_sort);

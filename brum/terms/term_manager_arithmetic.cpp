@@ -11,7 +11,7 @@ const Term* TermManager::make_number(const QNumber& v) {
 
 const Term* TermManager::make_number(const QNumber& v, const DataType* type) {
   if (type == nullptr || !is_number(type)) {
-    throw error("number: the sort is " + (type == nullptr ? "null" : type->to_str()) +
+    throw error("number: the sort is " + (type == nullptr ? "null" : type->to_short_str()) +
                 ", expected Int or Real");
   }
   if (type == get_int_type() && !v.is_integer()) {
