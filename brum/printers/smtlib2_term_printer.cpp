@@ -1,12 +1,16 @@
 #include "brum/printers/smtlib2_term_printer.h"
 
+#include <cstdint>
 #include <span>
+#include <utility>
 
 #include "brum/printers/declarations.h"
 #include "brum/printers/reference_counts.h"
 #include "brum/printers/symbol_collector.h"
 #include "brum/printers/term_texts.h"
 #include "brum/printers/write_text.h"
+#include "brum/terms/term_index.h"
+#include "brum/terms/term_walk.h"
 #include "brum/utils/scope_exit.h"
 
 namespace brum {
@@ -101,10 +105,14 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   TermOrder order;
   std::vector<std::size_t> ends;  // of what each term brings into the order
   for (const Term* term : terms) {
+    collector.begin_term();
     counts.add_reference(
         term, [&](const Term* visited) { collector.add_symbol(visited->symbol); },
         [&](const Term* done) { order.push_back(done); });
     ends.push_back(order.size());
+  }
+  if (!terms.empty()) {
+    collector.end_terms(terms.back());
   }
   print_start(out);
   print_declarations(*this, out, sorts, symbols);
@@ -134,17 +142,24 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   print_end(out);
 }
 
-// The buckets stay for the next definitions, unless there were few of these lately: after a large
-// assertion every small one would go through all its buckets again.
+/// The buckets stay as many as they are. After a large assertion going through all of them for each
+/// small one would cost more than all the rest, so then the entries are looked for one by one.
 void SmtLib2TermPrinter::forget_definitions() {
-  constexpr std::size_t few_buckets = 16384;
-  constexpr std::size_t most_buckets_of_entry = 64;
-  const std::size_t buckets = trace_definitions.bucket_count();
-  if (buckets > few_buckets && buckets / most_buckets_of_entry > trace_definitions.size()) {
-    trace_definitions.reset();
-  } else {
+  constexpr std::size_t most_buckets_of_entry = 16;
+  const std::size_t size = trace_definitions.size();
+  const bool is_sparse =
+      size != 0 && size < trace_definitions.bucket_count() / most_buckets_of_entry;
+  if (last_traced_ == nullptr || !is_sparse) {
     trace_definitions.clear(false);
+    return;
   }
+  TermIndex<std::uint8_t> visited;
+  TermOrder handled;
+  const auto enter = [&](const Term* term) {
+    return std::exchange(visited[term], std::uint8_t{1}) == 0;
+  };
+  TermWalk().run(last_traced_, enter, [&](const Term* term) { handled.push_back(term); });
+  trace_definitions.clear_keys(handled);
 }
 
 void SmtLib2TermPrinter::apitracer_print_term(std::ostream& out, const Term* term,
@@ -159,6 +174,7 @@ void SmtLib2TermPrinter::apitracer_print_term(std::ostream& out, const Term* ter
   assert_attribute = name;
   if (!use_define_fun) {
     forget_definitions();
+    last_traced_ = term;
   }
   print_define_section_start(out);
   // Nested drivers are not used here: only the definitions and the assertion are written.

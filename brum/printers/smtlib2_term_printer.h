@@ -54,7 +54,7 @@ class BRUM_EXPORT SmtLib2TermPrinter : public SmtLibTermPrinter {
 
  protected:
   /// Shared subterms become `define-fun` commands rather than `let` bindings.
-  const bool use_define_fun;
+  bool use_define_fun;
 
   /// True while apitracer_print_term() runs.
   bool in_api_trace = false;
@@ -66,7 +66,7 @@ class BRUM_EXPORT SmtLib2TermPrinter : public SmtLibTermPrinter {
   DefinitionMap trace_definitions;
 
   /// The caller's attributes; may be null.
-  const AnnotationMap* const annotations;
+  const AnnotationMap* annotations;
 
  private:
   /// True exactly while print_single_term() runs.
@@ -77,6 +77,8 @@ class BRUM_EXPORT SmtLib2TermPrinter : public SmtLibTermPrinter {
 
   void open_assertion(std::ostream& out) const;
   void forget_definitions();
+
+  const Term* last_traced_ = nullptr;  // with `let`: what trace_definitions was filled for
 };
 
 }  // namespace brum

@@ -46,12 +46,11 @@ void SmtLibTermPrinter::print_atom(std::ostream& out, const Term* term) {
     if (!known_flat && !is_printed_flat(next)) {
       print_term(out, next, false);
     } else {
-      const std::string name = to_smtlib(next->symbol);
-      const std::string opening = next->symbol->arity == 0 ? name : "(" + name;
-      write_text(out, opening);
       if (next->symbol->arity != 0) {
+        write_text(out, "(");
         open.push_back({next, 0});
       }
+      write_text(out, to_smtlib(next->symbol));
     }
     while (!open.empty() && open.back().written == open.back().term->symbol->arity) {
       write_text(out, ")");

@@ -14,34 +14,46 @@ std::string SmtLibTermPrinter::to_smtlib(const Symbol* symbol) {
   return std::string(name_of(symbol));
 }
 
-std::string_view SmtLibTermPrinter::name_of(const Symbol* symbol) {
+inline const std::string* SmtLibTermPrinter::kept_name(const Symbol* symbol) {
   if (symbol->arity == 0) {
     return look_up_name(symbol);
+  }
+  if (symbol_names.size() != num_names_seen_) {
+    recent_names_.fill({});
+    num_names_seen_ = symbol_names.size();
   }
   RecentName& recent = recent_names_[reinterpret_cast<std::uintptr_t>(symbol) / sizeof(Symbol) %
                                      recent_names_.size()];
   if (recent.symbol != symbol) {
-    recent.name = look_up_name(symbol);
-    // A quoted name is gone with the next one.
-    recent.symbol = recent.name.data() == quoted_name_.data() ? nullptr : symbol;
+    recent.text = look_up_name(symbol);
+    recent.symbol = symbol;
   }
-  return recent.name;
+  return recent.text;
 }
 
-std::string_view SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
-  if (const auto known = symbol_names.find(symbol); known != symbol_names.end()) {
-    return known->second;
+std::string_view SmtLibTermPrinter::name_of(const Symbol* symbol) {
+  if (const std::string* const kept = kept_name(symbol); kept != nullptr) {
+    return *kept;
   }
-  const auto keep = [&](std::string text) -> std::string_view {
+  const std::string_view name = symbol->name_view();
+  if (v1_format ? is_v1_identifier(name) : is_simple_symbol(name)) {
+    return name;
+  }
+  return quoted_name_ = to_smtlib(std::string(name));
+}
+
+const std::string* SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
+  if (const auto known = symbol_names.find(symbol); known != symbol_names.end()) {
+    return &known->second;
+  }
+  const auto keep = [&](std::string text) {
     symbol_names.make_room();  // so that the known ones stay when memory ends
-    return symbol_names.insert_absent(symbol, std::move(text))->second;
+    const std::string& kept = symbol_names.insert_absent(symbol, std::move(text))->second;
+    ++num_names_seen_;
+    return &kept;
   };
   if (!TermManager::is_interpreted(symbol)) {
-    const std::string_view name = symbol->name_view();
-    if (v1_format ? is_v1_identifier(name) : is_simple_symbol(name)) {
-      return name;
-    }
-    return quoted_name_ = to_smtlib(std::string(name));
+    return nullptr;
   }
   if (TermManager::is_numeral(symbol)) {
     return keep(numeral(symbol));
@@ -51,7 +63,7 @@ std::string_view SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
     return keep(std::string(operator_name(tag).name));
   }
   if (const auto fixed = tag_names.find(tag); fixed != tag_names.end()) {
-    return fixed->second;
+    return &fixed->second;
   }
   return keep(indexed_operator(symbol));
 }

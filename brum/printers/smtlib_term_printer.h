@@ -99,10 +99,10 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   const std::string& kept_sort_text(const DataType* sort);
 
   /// Version 1.2 spelling, else version 2.
-  const bool v1_format;
+  bool v1_format;
 
-  const std::string logic;
-  const std::string status;
+  std::string logic;
+  std::string status;
 
   /// The number of bindings opened and not yet closed in the current document.
   std::int32_t open_lets = 0;
@@ -137,7 +137,11 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
 
   /// The same text as to_smtlib(symbol), without a copy: valid until the next call.
   std::string_view name_of(const Symbol* symbol);
-  std::string_view look_up_name(const Symbol* symbol);
+
+  /// The text of a symbol in symbol_names or tag_names, worked out now if need be; null for a
+  /// user's symbol that neither holds. The first knows the recent ones.
+  const std::string* kept_name(const Symbol* symbol);
+  const std::string* look_up_name(const Symbol* symbol);
 
   std::string v1_sort_text(const DataType* sort);
   std::string v1_function_text(const DataType* sort);
@@ -150,13 +154,15 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   bool is_connective(const Symbol* symbol) const;
   bool is_printed_flat(const Term* term) const;
 
-  /// The name of an operator or function, valid as long as this printer.
+  /// An operator and its text in symbol_names or tag_names.
   struct RecentName {
     const Symbol* symbol = nullptr;
-    std::string_view name;
+    const std::string* text = nullptr;
   };
 
   std::array<RecentName, 16> recent_names_;  // by address, so that most names need no look-up
+  std::size_t num_names_seen_ =
+      0;                           // in symbol_names; when these are others, recent ones may be old
   bool type_names_stale_ = false;  // a sort was renamed: texts of sorts made of it may be old
   std::string quoted_name_;        // the last name from name_of() that nothing else holds
 };

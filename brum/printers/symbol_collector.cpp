@@ -1,5 +1,7 @@
 #include "brum/printers/symbol_collector.h"
 
+#include <utility>
+
 #include "brum/terms/term_manager.h"
 
 namespace brum {
@@ -17,8 +19,30 @@ void SymbolCollector::add_term(const Term* term) {
   walk_.run(term, enter, [](const Term*) {});
 }
 
+void SymbolCollector::end_terms(const Term* last) {
+  if (!symbols_.is_full()) {
+    return;
+  }
+  TermIndex<std::uint8_t> visited;
+  const Term* last_visited = last;
+  const auto enter = [&](const Term* term) {
+    const bool is_new = std::exchange(visited[term], std::uint8_t{1}) == 0;
+    last_visited = is_new ? term : last_visited;
+    return is_new;
+  };
+  walk_.run(last, enter, [](const Term*) {});
+  const bool ends_with_addition =
+      symbols_.size() > size_before_ && last_visited->symbol == last_added_;
+  if (!ends_with_addition) {
+    insert_symbol(last_visited->symbol);
+  }
+}
+
 void SymbolCollector::insert_symbol(const Symbol* symbol) {
   is_settled_ = !symbols_.insert(symbol).second;
+  if (!is_settled_) {
+    last_added_ = symbol;
+  }
   if (TermManager::is_interpreted(symbol)) {
     recent_[recent_place(symbol)] = symbol;
     return;
@@ -42,7 +66,8 @@ void SymbolCollector::add_type(const DataType* type) {
     const DataType* next = pending_.back();
     pending_.pop_back();
     const bool added = types_.insert(next).second;
-    if (added && next->kind() == DataType::Kind::array) {
+    const bool is_array = next->kind() == DataType::Kind::array;
+    if (is_array && (added || (looked_into_ && looked_into_->insert(next).second))) {
       pending_.push_back(next->get_component(1));
       pending_.push_back(next->get_component(0));
     }

@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "brum/terms/term_index.h"
@@ -14,16 +15,32 @@
 namespace brum {
 
 /// Collects the symbols of terms and the sorts that declarations of the user's symbols name into
-/// two sets of the caller's, which must outlive it. A subterm is visited once, over all terms.
+/// two sets of the caller's, which must outlive it and may hold others. A subterm is visited once,
+/// over all terms.
 class BRUM_EXPORT SymbolCollector {
  public:
   SymbolCollector(hsh::HashSet<const Symbol*>& symbols, hsh::HashSet<const DataType*>& types)
-      : symbols_(symbols), types_(types) {}
+      : symbols_(symbols), types_(types) {
+    if (!types.empty()) {
+      looked_into_.emplace();
+    }
+  }
 
   /// Adds what `term` brings. Throws std::bad_alloc.
   void add_term(const Term* term);
 
-  /// Adds what one symbol brings. For walks of the caller's own.
+  // For walks of the caller's own, which visit each subterm once over all terms.
+
+  /// Must come before the symbols of each term if end_terms() is to come.
+  void begin_term() { size_before_ = symbols_.size(); }
+
+  /// Makes the set of symbols as large as a walk over each term by itself would have made it, which
+  /// asks for shared symbols again: an insertion that finds its symbol may make the table grow, and
+  /// on that depends the order of the declarations. `last` is the last of the terms. Throws
+  /// std::bad_alloc.
+  void end_terms(const Term* last);
+
+  /// Adds what one symbol brings.
   void add_symbol(const Symbol* symbol) {
     if (!is_settled_ || recent_[recent_place(symbol)] != symbol) {
       insert_symbol(symbol);
@@ -45,6 +62,11 @@ class BRUM_EXPORT SymbolCollector {
   TermIndex<std::uint8_t> visited_;
   TermWalk walk_;
   std::vector<const DataType*> pending_;  // sorts still to be added
+  std::size_t size_before_ = 0;           // of the set of symbols, before the last term
+  const Symbol* last_added_ = nullptr;
+
+  // If the set held sorts before: the arrays whose parts were added, as theirs may be missing.
+  std::optional<hsh::HashSet<const DataType*>> looked_into_;
 
   // A few interpreted symbols that the set holds, so that the operators of a formula are not looked
   // up over and over. A look-up may be left out only while it would change nothing: the first one

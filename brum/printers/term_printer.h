@@ -133,7 +133,7 @@ class BRUM_EXPORT TermPrinter {
                             const DefinitionRule& rule);
 
   /// The manager whose terms are printed; never changes.
-  TermManager* const mgr;
+  TermManager* mgr;
 };
 
 }  // namespace brum

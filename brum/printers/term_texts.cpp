@@ -168,6 +168,11 @@ inline TermTexts::Pending& TermTexts::add_pending() {
   return pending_[num_pending_++];
 }
 
+/// Keeps the text of a term that a hook has printed into the map meanwhile.
+[[gnu::noinline]] void TermTexts::replace_text(const Term* term, std::string_view text) {
+  defs_.find(term)->second = std::string(text);
+}
+
 /// Keeps the text of a term that was handled: in the map, and at hand if one place refers to it.
 template <class Text>
 inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std::uint32_t levels) {
@@ -181,7 +186,12 @@ inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std:
     pending.own_text.assign(text);
     return;
   }
+  if (is_entered(term)) [[unlikely]] {
+    replace_text(term, text);
+    return;
+  }
   std::string* const kept = &defs_.insert_absent(term, std::forward<Text>(text))->second;
+  ++num_entries_;
   if (entries_ == Entries::shared) {
     if (has_own_memory(*kept)) {
       long_texts_.push_back(kept);
@@ -203,7 +213,15 @@ inline void TermTexts::make_room_around(std::size_t bytes) {
   }
 }
 
+/// Whether the map holds a term that is yet to be handled: a hook has printed terms into it, then.
+inline bool TermTexts::is_entered(const Term* term) const {
+  return defs_.size() != num_entries_ && defs_.find(term) != defs_.end();
+}
+
 inline void TermTexts::handle(const Term* term) {
+  if (is_entered(term)) [[unlikely]] {
+    return;
+  }
   const bool is_shared = rule_.has_several_places(term);
   const bool is_leaf = term->symbol->arity == 0;
   bool is_defined = false;

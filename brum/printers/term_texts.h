@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "brum/printers/definition_map.h"
@@ -63,6 +64,7 @@ class TermTexts {
     std::uint32_t place = 0;  // the argument position that refers to it, while that is written
   };
 
+  bool is_entered(const Term* term) const;
   void prefetch(std::span<const Term* const> coming) const;
   void handle(const Term* term);
 
@@ -70,6 +72,7 @@ class TermTexts {
   template <class WriteText>
   void define(const Term* term, const WriteText& write_text);
 
+  void replace_text(const Term* term, std::string_view text);
   template <class Text>
   void enter(const Term* term, Text&& text, bool is_shared, std::uint32_t levels);
   Pending& add_pending();
@@ -86,6 +89,7 @@ class TermTexts {
   const DefinitionRule& rule_;
   const Entries entries_;
 
+  std::size_t num_entries_ = defs_.size();  // in the map, as far as this object knows
   const Term* root_ = nullptr;
   std::vector<Pending> pending_;  // the last one needed first; ...
   std::size_t num_pending_ = 0;   // ... those behind serve again, with the memory of their texts

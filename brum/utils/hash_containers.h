@@ -7,6 +7,7 @@
 #include "brum/utils/large_memory.h"
 #include "brum/utils/memory_pool.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -18,6 +19,7 @@
 #include <tuple>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace brum::hsh {
 
@@ -240,9 +242,12 @@ class Hashtable {
    */
   void grow_safely(std::size_t n);
 
+  /** Whether the next call of an insertion grows the table, also if it finds its key. */
+  bool is_full() const noexcept { return num_values >= counts.growth_size(); }
+
   /** Grows safely now if the next insertion would grow the table, which that then does not. */
   void make_room() {
-    if (num_values >= counts.growth_size()) {
+    if (is_full()) {
       grow_safely(counts.count() + 1);
     }
   }
@@ -264,11 +269,12 @@ class Hashtable {
   void clear(bool reset_buckets);
 
   /**
-   * Destroys every value and gives back the memory of nodes and buckets: 31 empty buckets remain.
-   * For a table that was large and is to hold little from now on, as iteration and `clear` take
-   * time for every bucket. Throws std::bad_alloc and then changes nothing.
+   * Does what `clear(false)` does, in time for `keys` instead of time for every bucket, if these
+   * are all the keys of the table. `keys` is a range; keys that the table does not hold do no harm.
+   * Throws std::bad_alloc and then changes nothing.
    */
-  void reset();
+  template <typename Keys>
+  void clear_keys(const Keys& keys);
 
   /**
    * Gives back the memory of all nodes and buckets without destroying a value, for values that hold
@@ -336,7 +342,7 @@ class Hashtable {
   iterator link_at(std::size_t index, const MakeValue& make_value);
 
   void grow_if_loaded() {
-    if (num_values >= counts.growth_size()) {
+    if (is_full()) {
       rehash(counts.count() + 1);
     }
   }
@@ -377,6 +383,7 @@ class Hashtable {
   void move_to(Heads new_buckets);
   void lose_values() noexcept;
   void drop_chains(Heads& heads) noexcept;
+  std::size_t drop_chain(Bucket*& head) noexcept;
   void destroy_values() noexcept;
   void destroy_chains() noexcept;
   void relink(Heads& old_heads);
@@ -538,19 +545,25 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::relink(Heads& old_heads) {
   }
 }
 
-/**
- * Destroys every value of these chains, gives the nodes back to the pool and leaves the heads null.
- */
+/** Destroys the values of a chain, gives its nodes back to the pool and tells their number. */
+template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
+std::size_t Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chain(Bucket*& head) noexcept {
+  std::size_t count = 0;
+  for (; head != nullptr; ++count) {
+    Bucket* const node = head;
+    head = node->next;
+    std::destroy_at(node);
+    pool.give_back(node);
+  }
+  return count;
+}
+
+/** Does so with all of these chains, and leaves the heads null. */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(Heads& heads) noexcept {
   nodes_in_row = false;
   for (Bucket*& head : heads) {
-    while (head != nullptr) {
-      Bucket* const node = head;
-      head = node->next;
-      std::destroy_at(node);
-      pool.give_back(node);
-    }
+    drop_chain(head);
   }
 }
 
@@ -594,15 +607,18 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::clear(bool reset_buckets) {
 }
 
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
-void Hashtable<Value, GetKey, Key, Hash, Eq>::reset() {
-  Heads few_buckets(BucketCount::smallest().count());
-  destroy_values();
-  pool.release();
-  pool.next_chunk_blocks = Pool().next_chunk_blocks;
+template <typename Keys>
+void Hashtable<Value, GetKey, Key, Hash, Eq>::clear_keys(const Keys& keys) {
+  std::vector<std::size_t> indices;
+  for (const Key& key : keys) {
+    indices.push_back(index_of(key));
+  }
+  std::sort(indices.begin(), indices.end());  // as the nodes come back in the order of buckets
   nodes_in_row = false;
-  buckets = std::move(few_buckets);
-  counts = BucketCount::smallest();
-  num_values = 0;
+  for (const std::size_t index : indices) {
+    num_values -= drop_chain(buckets[index]);
+  }
+  clear(false);
 }
 
 /**

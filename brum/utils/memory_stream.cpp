@@ -26,6 +26,13 @@ MemoryBuffer::int_type MemoryBuffer::overflow(int_type byte) {
   return traits_type::not_eof(byte);
 }
 
+MemoryBuffer::pos_type MemoryBuffer::seekoff(off_type offset, std::ios_base::seekdir from,
+                                             std::ios_base::openmode which) {
+  const bool asks_for_place =
+      offset == 0 && from != std::ios_base::beg && (which & std::ios_base::out) != 0;
+  return asks_for_place ? static_cast<off_type>(text().size()) : off_type(-1);
+}
+
 std::streamsize MemoryBuffer::xsputn(const char* bytes, std::streamsize count) {
   if (count <= 0) {
     return 0;

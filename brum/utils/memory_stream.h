@@ -12,7 +12,7 @@
 namespace brum {
 
 /// A stream buffer that keeps what is written in one block of memory, which grows without copying
-/// once it is large.
+/// once it is large. It tells where it stands and cannot be made to stand elsewhere.
 class BRUM_EXPORT MemoryBuffer : public std::streambuf {
  public:
   /// What was written since it was last cleared; valid until more is written or room is made.
@@ -32,6 +32,8 @@ class BRUM_EXPORT MemoryBuffer : public std::streambuf {
  private:
   int_type overflow(int_type byte) override;
   std::streamsize xsputn(const char* bytes, std::streamsize count) override;
+  pos_type seekoff(off_type offset, std::ios_base::seekdir from,
+                   std::ios_base::openmode which) override;
 
   char* begin() const { return reinterpret_cast<char*>(memory_.begin()); }
   void make_room(std::size_t bytes);
@@ -58,15 +60,24 @@ class BRUM_EXPORT MemoryStream : public std::ostream {
   /// Makes room for `bytes` more bytes. Throws std::bad_alloc and then changes nothing.
   void reserve(std::size_t bytes) { buffer_.reserve(bytes); }
 
-  /// Drops the text, keeps the memory and clears the error state.
+  /// Drops the text, keeps the memory, and makes the error state, the flags, the width and the
+  /// precision those of a new stream.
   void clear_text() {
     buffer_.clear();
     if (rdstate() != goodbit) {
       clear();
     }
+    if (flags() != new_flags || precision() != new_precision || width() != 0) {
+      flags(new_flags);
+      precision(new_precision);
+      width(0);
+    }
   }
 
  private:
+  static constexpr fmtflags new_flags = skipws | dec;
+  static constexpr std::streamsize new_precision = 6;
+
   MemoryBuffer buffer_;
 };
 

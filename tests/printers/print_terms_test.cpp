@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "brum/printers/smtlib2_term_printer.h"
+#include "brum/printers/symbol_collector.h"
 #include "tests/printers/open_printers.h"
 #include "tests/support/build_kind.h"
 #include "tests/support/counting_stream.h"
@@ -159,6 +160,55 @@ TEST(PrintTerms, SortsAreDeclaredBeforeSymbols) {
                              {{p, "(declare-fun p () Bool)\n"}, {c, "(declare-fun c () U0)\n"}}) +
                 "(define-fun .def_1 () Bool p)\n(define-fun .def_3 () Bool (= c c))\n"
                 "(assert true)\n");
+}
+
+/// Gives the declarations in the order of a set into which each term was collected by itself.
+std::string declarations_term_by_term(TermManager& mgr, const std::vector<const Term*>& terms) {
+  hsh::HashSet<const Symbol*> symbols;
+  hsh::HashSet<const DataType*> sorts;
+  for (const Term* term : terms) {
+    TermPrinter::collect_symbols_and_types(term, symbols, sorts);
+  }
+  SmtLib2TermPrinter printer(&mgr, "", "", true, nullptr);
+  return text_of([&](std::ostream& out) {
+    for (const Symbol* symbol : symbols) {
+      printer.print_symbol_declaration(out, symbol);
+    }
+  });
+}
+
+// A term that brings no symbol still asks for some, and makes a full set grow.
+TEST(PrintTerms, DeclarationsStandAsIfEachTermWereWalkedOverByItself) {
+  bool differs = false;
+  for (std::size_t count = 15; count < 60; ++count) {
+    SCOPED_TRACE(count);
+    TermManager mgr;
+    std::vector<const Term*> names;
+    for (std::size_t i = 0; i < count; ++i) {
+      names.push_back(make_bool(mgr, "p" + std::to_string(i)));
+    }
+    const Term* all = names[0];
+    for (std::size_t i = 1; i < count; ++i) {
+      all = mgr.make_and(all, names[i]);
+    }
+    const Term* last = names.back();
+    const Term* late = mgr.make_or(make_bool(mgr, "q"), names[0]);  // what is new comes first
+    const Term* early = mgr.make_or(names[0], make_bool(mgr, "r"));
+    const std::vector<std::vector<const Term*>> lists = {
+        {all}, {all, all}, {all, last}, {all, late}, {all, early}, {all, late, early}, {last, all}};
+    for (const std::vector<const Term*>& list : lists) {
+      const std::string text = script_with_define_fun(mgr, list);
+      EXPECT_TRUE(text.starts_with(source + declarations_term_by_term(mgr, list) + "(define-fun"));
+      hsh::HashSet<const Symbol*> once;
+      hsh::HashSet<const DataType*> sorts;
+      SymbolCollector collector(once, sorts);
+      for (const Term* term : list) {
+        collector.add_term(term);
+      }
+      differs = differs || once.is_full();
+    }
+  }
+  EXPECT_TRUE(differs) << "no set was full at the end of a walk";
 }
 
 TEST(PrintTerms, ALongTextIsDefinedBeforeItIsCopied) {

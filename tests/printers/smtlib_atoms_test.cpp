@@ -181,6 +181,12 @@ TEST(PrintAtom, UnprintableSymbolsThrow) {
   EXPECT_EQ(testing::error_of([&] { printer.print_atom(out, mgr.make_leq(x, foo)); }),
             "can't print interpreted symbol fooin SMT-LIB format");
   EXPECT_EQ(out.str(), "(<= x ");
+  const DataType* type = mgr.make_function_type({mgr.get_int_type()}, mgr.get_bool_type());
+  const Term* bar = mgr.make_term(mgr.declare_interpreted("bar", type), {x});
+  out.str("");
+  EXPECT_EQ(testing::error_of([&] { printer.print_atom(out, mgr.make_not(bar)); }),
+            "can't print interpreted symbol barin SMT-LIB format");
+  EXPECT_EQ(out.str(), "(not (");
 }
 
 TEST(PrintAtom, DeepNegationsAreFlatInLinearTimeOnASmallStack) {

@@ -56,6 +56,55 @@ TEST(SmtLibSymbols, EqualityAndIfThenElseAreKept) {
                    true);
 }
 
+// A subclass may put texts of its own into the maps, also for what was spelt before.
+TEST(SmtLibSymbols, TheMapsAreAskedFirst) {
+  TermManager mgr;
+  const Term* x = make_int(mgr, "x");
+  const Term* v = make_bv(mgr, "v", 8);
+  const Symbol* plus = mgr.make_plus(x, x)->symbol;
+  const Symbol* bvnot = mgr.make_bvnot(v)->symbol;
+  const Symbol* extension = mgr.make_zero_extend(1234567, v)->symbol;
+  const DataType* type = mgr.make_function_type({mgr.get_int_type()}, mgr.get_int_type());
+  const Symbol* f = mgr.declare("f", type);
+  const std::string longer(200, 'l');
+  for (const bool v1 : {true, false}) {
+    OpenPrinter printer(v1, &mgr, "", "");
+    EXPECT_EQ(printer.to_smtlib(plus), "+");
+    EXPECT_EQ(printer.to_smtlib(bvnot), "bvnot");
+    EXPECT_EQ(printer.to_smtlib(extension),
+              v1 ? "zero_extend[1234567]" : "(_ zero_extend 1234567)");
+    EXPECT_EQ(printer.to_smtlib(f), "f");
+    printer.symbol_names[plus] = "ADD";
+    printer.tag_names[SymbolTag::bv_not] = "NOTNOT";
+    printer.symbol_names[extension] = longer;
+    EXPECT_EQ(printer.to_smtlib(plus), "ADD");
+    EXPECT_EQ(printer.to_smtlib(bvnot), "NOTNOT");
+    EXPECT_EQ(printer.to_smtlib(extension), longer);
+    EXPECT_EQ(printer.to_smtlib(f), "f");
+    printer.symbol_names[f] = "my_f";
+    EXPECT_EQ(printer.to_smtlib(f), "my_f");
+    EXPECT_EQ(printer.to_smtlib(plus), "ADD");
+    printer.symbol_names.clear(false);
+    EXPECT_EQ(printer.to_smtlib(f), "f");
+    EXPECT_EQ(printer.to_smtlib(extension),
+              v1 ? "zero_extend[1234567]" : "(_ zero_extend 1234567)");
+  }
+}
+
+TEST(SmtLibSymbols, TheVersionIsThatOfTheMoment) {
+  TermManager mgr;
+  const DataType* type = mgr.make_function_type({mgr.get_int_type()}, mgr.get_int_type());
+  const Symbol* f = mgr.declare("f~g", type);  // simple in version 2 only
+  const Symbol* number = mgr.make_number(-3)->symbol;
+  OpenPrinter printer(false, &mgr, "", "");
+  EXPECT_EQ(printer.to_smtlib(f), "f~g");
+  EXPECT_EQ(printer.to_smtlib(number), "(- 3)");
+  printer.v1_format = true;
+  EXPECT_EQ(printer.to_smtlib(f), printer.to_smtlib(std::string("f~g")));
+  EXPECT_NE(printer.to_smtlib(f), "f~g");
+  EXPECT_EQ(printer.to_smtlib(number), "(- 3)");  // once worked out it stays
+}
+
 TEST(SmtLibSymbols, NamesOfTheOperatorTableAreNotKept) {
   TermManager mgr;
   const Term* a = make_bv(mgr, "a", 8);

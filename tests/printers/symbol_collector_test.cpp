@@ -170,6 +170,19 @@ TEST(CollectSymbolsAndTypes, TheSetOfSortsGrowsAtTheFirstLookUpAfterAnAddition) 
   EXPECT_EQ(types.bucket_count(), 73U);
 }
 
+TEST(CollectSymbolsAndTypes, ArraySortsThatTheSetHeldBeforeAreLookedInto) {
+  TermManager mgr;
+  const DataType* a = mgr.make_uninterpreted_type("A");
+  const DataType* inner = mgr.make_array_type(mgr.get_int_type(), a);
+  const DataType* outer = mgr.make_array_type(inner, inner);
+  Collected found;
+  found.types.insert(outer);
+  found.types.insert(inner);
+  found.add(mgr.make_term(mgr.declare("m", outer)));
+  EXPECT_EQ(found.type_names(),
+            (Names{"(Array (Array Int A) (Array Int A))", "(Array Int A)", "Int", "A"}));
+}
+
 TEST(CollectSymbolsAndTypes, DeepTermsAndSortsNeedNoStack) {
   const std::size_t depth = testing::large_size(1'000'000);
   testing::run_on_small_stack([&] {

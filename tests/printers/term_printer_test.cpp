@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "brum/printers/definition_rule.h"
@@ -321,6 +322,50 @@ TEST(TermPrinter, AnExceptionLeavesWhatWasHandledInTheMap) {
     out.str("");
     EXPECT_EQ(printer.do_print_term(out, formula, defs), "and(or(not(L3),not(p)),iff(not(q),L3))");
     EXPECT_EQ(out.str(), row.handled.contains(3) ? "" : "L3=and(p,q);");
+  }
+}
+
+/// Prints another term into the same map when a definition begins.
+class NestingPrinter : public RecordingPrinter {
+ public:
+  using RecordingPrinter::RecordingPrinter;
+  const Term* first = nullptr;  // null when it was printed
+  DefinitionMap* defs = nullptr;
+
+  void print_define_start(std::ostream& out, const std::string& label, const Term* term) override {
+    if (const Term* nested = std::exchange(first, nullptr); nested != nullptr) {
+      do_print_term(out, nested, *defs);
+    }
+    RecordingPrinter::print_define_start(out, label, term);
+  }
+};
+
+TEST(TermPrinter, ATermThatAHookPrintsIsHandledOnce) {
+  TermManager mgr;
+  const Term* p = make_bool(mgr, "p");
+  const Term* q = make_bool(mgr, "q");
+  const Term* one = mgr.make_not(p);               // 3
+  const Term* two = mgr.make_not(q);               // 4
+  const Term* pair = mgr.make_or(two, two);        // 5
+  const Term* both = mgr.make_and(one, one);       // 6
+  const Term* formula = mgr.make_iff(both, pair);  // 7
+  for (const Term* nested : {pair, two, formula}) {
+    SCOPED_TRACE(nested->id);
+    NestingPrinter printer(&mgr);
+    std::ostringstream out;
+    printer.document = &out;
+    DefinitionMap defs;
+    printer.defs = &defs;
+    printer.first = nested;
+    // Alone it is referred to once only.
+    const std::string not_q = nested == two ? "not(q)" : "L4";
+    const std::string text = "iff(and(L3,L3),or(" + not_q + "," + not_q + "))";
+    EXPECT_EQ(printer.do_print_term(out, formula, defs), text);
+    const std::map<std::uint64_t, std::string> expected = {
+        {1, "p"},          {2, "q"}, {3, "L3"}, {4, not_q}, {5, "or(" + not_q + "," + not_q + ")"},
+        {6, "and(L3,L3)"}, {7, text}};
+    EXPECT_EQ(defs.size(), 7U);
+    EXPECT_EQ(content(defs), expected);
   }
 }
 

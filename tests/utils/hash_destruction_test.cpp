@@ -69,12 +69,14 @@ TEST(HashDestruction, FollowsTheBucketsAgainAfterClearing) {
   EXPECT_EQ(Noted::destroyed, (Numbers{6, 7}));
 }
 
-TEST(HashDestruction, FollowsTheBucketsAgainAfterAReset) {
+TEST(HashDestruction, FollowsTheBucketsAgainAfterClearingKeys) {
   {
     HashMap<int, Noted> map;
     map.expect_nodes(many);
-    map.insert_absent(9, 9);
-    map.reset();
+    for (const int key : {5, 3, 34, 8, 1}) {
+      map.insert_absent(key, key);
+    }
+    map.clear_keys(Numbers{5, 3, 34, 8, 1});
     Noted::destroyed.clear();
     map.insert_absent(7, 7);
     map.insert_absent(6, 6);
@@ -151,19 +153,19 @@ TEST_P(Destruction, LeavesNodesAloneThatAreNotLinked) {
   leave(1);
 }
 
-TEST_P(Destruction, IsDoneByResettingToo) {
-  Map map;
-  add_keys(map, 100);
-  map.reset();
-  EXPECT_EQ(alive(), 0U);
-  EXPECT_TRUE(map.empty());
-  EXPECT_EQ(map.bucket_count(), 31U);
-  EXPECT_EQ(map.node_pool().chunk_list, nullptr);
-  EXPECT_EQ(map.node_pool().next_chunk_blocks, 16U);
-  EXPECT_EQ(map.find(1), map.end());
-  add_keys(map, 23);
-  EXPECT_EQ(map.bucket_count(), 73U);
-  EXPECT_EQ(alive(), 23U);
+TEST_P(Destruction, IsDoneByClearingKeysToo) {
+  for (const Numbers& keys : {Numbers{}, Numbers{5}, Numbers{1000, 7, 7, -3}}) {
+    Map map;
+    add_keys(map, 100);
+    map.clear_keys(keys);
+    EXPECT_EQ(alive(), 0U);
+    EXPECT_TRUE(map.empty());
+    EXPECT_EQ(map.bucket_count(), 151U);
+    EXPECT_EQ(map.begin(), map.end());
+    EXPECT_EQ(map.find(1), map.end());
+    add_keys(map, 50);
+    EXPECT_EQ(alive(), 50U);
+  }
 }
 
 TEST_P(Destruction, IsNotDoneWhenTheTableIsAbandoned) {

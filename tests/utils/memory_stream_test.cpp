@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iomanip>
 #include <ios>
 #include <limits>
 #include <new>
@@ -57,6 +58,35 @@ TEST(MemoryStream, FlushingChangesNothing) {
   EXPECT_EQ(out.rdbuf()->pubsync(), 0);
   EXPECT_TRUE(out.flush().good());
   EXPECT_EQ(out.text(), "a");
+}
+
+TEST(MemoryStream, TellsWhereItStands) {
+  MemoryStream out;
+  EXPECT_EQ(out.tellp(), std::streampos(0));
+  out << "abc";
+  EXPECT_EQ(out.tellp(), std::streampos(3));
+  out << std::string(10'000, 'x');
+  EXPECT_EQ(out.tellp(), std::streampos(10'003));
+  out.clear_text();
+  EXPECT_EQ(out.tellp(), std::streampos(0));
+  out << "abc";
+  out.seekp(1);
+  EXPECT_TRUE(out.fail());
+  out.clear_text();
+  out << "de";
+  out.seekp(-1, std::ios_base::end);
+  EXPECT_TRUE(out.fail());
+  EXPECT_EQ(out.text(), "de");
+}
+
+TEST(MemoryStream, WritesNumbersAsANewStreamOnceCleared) {
+  MemoryStream out;
+  out << std::hex << std::showbase << std::setprecision(2) << 255 << ' ' << 2.125;
+  EXPECT_EQ(out.text(), "0xff 2.1");
+  out.width(9);
+  out.clear_text();
+  out << 255 << ' ' << 2.125;
+  EXPECT_EQ(out.text(), "255 2.125");
 }
 
 // From the heap to the system's own pages and on, by pieces of every size.
