@@ -9,8 +9,8 @@ namespace brum {
 namespace {
 
 // Each chunk is twice as long as the one before, up to a huge page.
-constexpr std::size_t smallest_chunk = std::size_t{1} << 16U;
-constexpr std::size_t largest_chunk = huge_page_bytes;
+constexpr std::size_t smallest_arena_chunk = std::size_t{1} << 16U;
+constexpr std::size_t largest_arena_chunk = huge_page_bytes;
 
 }  // namespace
 
@@ -24,14 +24,14 @@ void* Arena::allocate(std::size_t bytes) {
       return place;
     }
   }
-  if (rounded > smallest_chunk / 4) {
+  if (rounded > smallest_arena_chunk / 4) {
     // Large objects get a chunk of their own; the current chunk goes on being filled.
     chunks_.emplace_back(rounded);
     return chunks_.back().begin();
   }
   if (rounded > free_bytes_) {
     const std::size_t usual =
-        chunk_bytes_ == 0 ? smallest_chunk : std::min(chunk_bytes_ * 2, largest_chunk);
+        chunk_bytes_ == 0 ? smallest_arena_chunk : std::min(chunk_bytes_ * 2, largest_arena_chunk);
     chunks_.emplace_back(usual);
     free_ = chunks_.back().begin();
     chunk_bytes_ = usual;
