@@ -138,8 +138,13 @@ int run(int argc, char** argv) {
 #endif
     if (!cvc5.empty()) {
       add_converter(name + "/cvc5", file, [=](const std::string& in, const std::string& out) {
-        return execute({cvc5, "--parse-only", "-o", "raw-benchmark", in}, out);
+        return execute({cvc5, "-o", "raw-benchmark", in}, out);
       });
+      // This way it forgets each command once it is written.
+      add_converter(name + "/cvc5 --parse-only", file,
+                    [=](const std::string& in, const std::string& out) {
+                      return execute({cvc5, "--parse-only", "-o", "raw-benchmark", in}, out);
+                    });
     }
   }
   benchmark::RunSpecifiedBenchmarks();

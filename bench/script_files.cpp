@@ -43,7 +43,6 @@ class ScriptWriter {
         write_assertions([this] { write_bit_vector_equation(); });
         break;
     }
-    out_ << "(check-sat)\n";
   }
 
  private:

@@ -9,7 +9,8 @@
 namespace brum::bench {
 
 /// The scripts of SMT-LIB 2.6 that reading and converting are timed on. They are written from
-/// random numbers, by no printer, and the same in every run.
+/// random numbers, by no printer, and the same in every run. They ask for nothing, as a solver that
+/// converts one would then solve it.
 enum class ScriptKind {
   /// Many assertions, each a clause of linear inequalities and equalities over 1000 integers.
   clauses,
