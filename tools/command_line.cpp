@@ -10,6 +10,7 @@
 #include <system_error>
 #include <utility>
 
+#include "arguments.h"
 #include "brum/printers/smtlib_identifiers.h"
 
 namespace brum::tools {
@@ -57,7 +58,8 @@ const std::map<std::string, StatsFormat> stats_formats = {
     {"text", StatsFormat::text},
     {"json", StatsFormat::json}};
 
-/// `stats` is the word for the format of the statistics, empty where they are not wanted.
+/// INPUT is here for --help: the words for inputs are not left to the parser. `stats` is the word
+/// for the format of the statistics, empty where they are not wanted.
 void add_options(CLI::App& app, CommandLine& line, std::string& stats) {
   static const std::map<std::string, Form> form_of_word(forms.begin(), forms.end());
   static const std::map<std::string, Language> languages = {{"v1", Language::v1},
@@ -84,6 +86,7 @@ void add_options(CLI::App& app, CommandLine& line, std::string& stats) {
       ->option_text("v1|v2|define-fun|terms|trace|dot");
   app.add_option("-o,--output", line.output,
                  "File to write, whole or not at all; standard output when not given")
+      ->check(CLI::Validator(check_path, ""))
       ->option_text("FILE");
   app.add_option(
          "--output-folder", line.output_folder,
@@ -117,6 +120,7 @@ void add_options(CLI::App& app, CommandLine& line, std::string& stats) {
   app.add_option("--introduced", line.introduced,
                  "File for SMT-LIB 2 definitions of the symbols that reading made up, for division "
                  "by what\nis no number and the like")
+      ->check(CLI::Validator(check_path, ""))
       ->option_text("FILE");
   app.add_option("--nodes", line.most_nodes,
                  "Draw the N terms nearest to the formula (dot); 1000 when not given")
@@ -173,7 +177,9 @@ std::optional<CommandLine> parse_command_line(int argc, const char* const* argv,
   std::string stats;
   add_options(app, line, stats);
   try {
-    app.parse(argc, argv);
+    Arguments arguments = take_apart(app, argc, argv);
+    app.parse(std::vector<std::string>(arguments.options.rbegin(), arguments.options.rend()));
+    line.inputs = std::move(arguments.inputs);
     check_combinations(line);
     line.stats = stats.empty() ? StatsFormat::none : stats_formats.at(stats);
     if (!line.is_batch() && !line.inputs.empty()) {

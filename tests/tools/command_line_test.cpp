@@ -1,7 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "tests/tools/command.h"
@@ -80,6 +82,81 @@ TEST(CommandLine, TakesNamesThatBeginWithAHyphenBehindTwo) {
   const Outcome outcome = brumlin(Start{.words = {"--", "-in"}, .folder = folder.path().string()});
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, one_query_as_v2);
+}
+
+TEST(CommandLine, TakesTheNamesOfInputsAsTheyAre) {
+  const TemporaryFolder folder;
+  for (const std::string name : {"[in]", "[a,b]", "[]", "++", "a=b", "{}"}) {
+    folder.write(name, one_query);
+    const Outcome outcome =
+        brumlin(Start{.words = {name}, .input = "(exit)", .folder = folder.path().string()});
+    EXPECT_EQ(outcome.status, 0) << name;
+    EXPECT_EQ(outcome.out, one_query_as_v2) << name;
+    EXPECT_EQ(outcome.err, "") << name;
+  }
+  folder.write("--logic=", one_query);
+  EXPECT_EQ(
+      brumlin(Start{.words = {"--to", "v2", "--", "--logic="}, .folder = folder.path().string()})
+          .out,
+      one_query_as_v2);
+  EXPECT_EQ(brumlin({""}).err, "brumlin: error: cannot read : No such file or directory\n");
+}
+
+TEST(CommandLine, TakesValuesBehindAnEqualsSign) {
+  const TemporaryFolder folder;
+  const std::string path = folder.file("a=b");
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"--to=v2", "--output=" + path},
+        {"-t=v2", "-o=" + path},
+        {"-tv2", "-o" + path},
+        {"-t", "v2", "-o", path}}) {
+    EXPECT_EQ(brumlin(arguments, one_query).status, 0);
+    EXPECT_EQ(read_file(path), one_query_as_v2);
+    std::filesystem::remove(path);
+  }
+  // A value is taken as it is, whatever it looks like.
+  for (const std::string value : {"--logic=", "=", "-", "--", "[a,b]"}) {
+    const Outcome outcome = brumlin(
+        Start{.words = {"-o", value}, .input = one_query, .folder = folder.path().string()});
+    EXPECT_EQ(outcome.status, 0) << value;
+    EXPECT_EQ(read_file(folder.file(value)), one_query_as_v2) << value;
+  }
+}
+
+TEST(CommandLine, AnEmptyValueBehindAnEqualsSignIsEmpty) {
+  const TemporaryFolder folder;
+  const std::string path = folder.write("in.smt2", one_query);
+  const std::string without_header = one_query_as_v2.substr(one_query_as_v2.find("(set-info :so"));
+  for (const std::vector<std::string>& arguments :
+       {std::vector<std::string>{"--logic=", "--status=", path}, {path, "--status=", "--logic="}}) {
+    const Outcome outcome = brumlin(arguments, "(exit)");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.out, without_header);
+    EXPECT_EQ(outcome.err, "");
+  }
+  const std::vector<std::pair<std::string, std::string>> rows = {
+      {"--output", "the name is empty"},
+      {"--introduced", "the name is empty"},
+      {"--output-folder", "the name is empty"},
+      {"--to", "'' is none of v1|v2|define-fun|terms|trace|dot"},
+      {"--from", "'' is none of v1|v2"},
+      {"--label", "'' is not a plain SMT-LIB 2 symbol"},
+      {"--query", "'' is not a number from 1 on"},
+      {"--nodes", "'' is not a number from 1 on"},
+      {"--jobs", "'' is not a number from 1 on"},
+  };
+  for (const auto& [option, message] : rows) {
+    expect_usage_error({option + "=", path}, option + ": " + message);
+    expect_usage_error({path, option + "="}, option + ": " + message);
+    expect_usage_error({option, "", path}, option + ": " + message);
+  }
+  expect_usage_error({"-o=", path}, "--output: the name is empty");
+  expect_usage_error({"-t=", path}, "--to: '' is none of v1|v2|define-fun|terms|trace|dot");
+  expect_usage_error({"-j=", path}, "--jobs: '' is not a number from 1 on");
+  expect_usage_error({"--stats=", path}, "--stats: there is no word behind '='");
+  expect_usage_error({"--nonsense=", path}, "The following argument was not expected: --nonsense=");
+  EXPECT_EQ(read_file(path), one_query);
+  EXPECT_EQ(folder.names(), std::vector<std::string>{"in.smt2"});
 }
 
 TEST(CommandLine, LogicAndStatusOverrideTheInputs) {
