@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <charconv>
 #include <iostream>
 #include <map>
 #include <string_view>
@@ -35,17 +36,27 @@ std::string check_plain_symbol(const std::string& word) {
   return plain ? "" : "'" + word + "' is not a plain SMT-LIB 2 symbol";
 }
 
-/// Checks a word that is written into the header; an empty one leaves its line out.
-std::string check_header_word(const std::string& word) {
+/// Checks the name of a logic; an empty one leaves its line out.
+std::string check_logic(const std::string& word) {
   return word.empty() ? "" : check_plain_symbol(word);
 }
 
-/// Checks that a word is a number from 1 on, in plain decimal.
+/// Checks a status; an empty one leaves its line out.
+std::string check_status(const std::string& word) {
+  return word.empty() || is_status(word) ? "" : "'" + word + "' is none of sat|unsat|unknown";
+}
+
+/// Checks that a word is a number from 1 on, in plain decimal, that can be held.
 std::string check_ordinal(const std::string& word) {
   constexpr std::string_view digits = "0123456789";
   const bool is_ordinal =
       !word.empty() && word.front() != '0' && word.find_first_not_of(digits) == std::string::npos;
-  return is_ordinal ? "" : "'" + word + "' is not a number from 1 on";
+  if (!is_ordinal) {
+    return "'" + word + "' is not a number from 1 on";
+  }
+  std::size_t number = 0;
+  const auto result = std::from_chars(word.data(), word.data() + word.size(), number);
+  return result.ec == std::errc() ? "" : "'" + word + "' is too large";
 }
 
 /// Checks that a word can be a path.
@@ -99,11 +110,11 @@ void add_options(CLI::App& app, CommandLine& line, std::string& stats) {
       ->check(CLI::Validator(check_ordinal, ""))
       ->option_text("N");
   app.add_option("--logic", line.logic, "Logic to state instead of the input's")
-      ->check(CLI::Validator(check_header_word, ""))
+      ->check(CLI::Validator(check_logic, ""))
       ->option_text("NAME");
   app.add_option("--status", line.status, "Status to state instead of the input's")
-      ->check(CLI::Validator(check_header_word, ""))
-      ->option_text("WORD");
+      ->check(CLI::Validator(check_status, ""))
+      ->option_text("sat|unsat|unknown");
   app.add_option_function<std::string>(
          "--from", [&line](const std::string& word) { line.language = languages.at(word); },
          "Language of the input; found by its first token when not given")
@@ -167,6 +178,10 @@ std::string_view word_of(Form form) {
   return std::find_if(forms.begin(), forms.end(),
                       [form](const auto& entry) { return entry.second == form; })
       ->first;
+}
+
+bool is_status(std::string_view word) {
+  return word == "sat" || word == "unsat" || word == "unknown";
 }
 
 std::optional<CommandLine> parse_command_line(int argc, const char* const* argv,

@@ -24,6 +24,9 @@ enum class Form : std::uint8_t { v1, v2, define_fun, terms, trace, dot };
 /// The word for a form on the command line.
 std::string_view word_of(Form form);
 
+/// Whether a word is a status that documents state.
+bool is_status(std::string_view word);
+
 /// The languages that the command reads.
 enum class Language : std::uint8_t { v1, v2 };
 

@@ -199,7 +199,7 @@ std::string DocumentSource::status(const std::string& of_input) const {
     return *line.status;
   }
   const std::string_view word = symbol_name(of_input);
-  if (word.empty() || word == "sat" || word == "unsat" || word == "unknown") {
+  if (word.empty() || is_status(word)) {
     return std::string(word);
   }
   diagnostics.warn("the status " + of_input + " is left out: it is not sat, unsat or unknown");

@@ -209,10 +209,19 @@ TEST(CommandLine, LabelHasNoPlaceInVersion1) {
                      "--label: labels have fixed forms in version 1.2");
 }
 
-TEST(CommandLine, HeaderWordsMustBePlainSymbols) {
+TEST(CommandLine, LogicMustBeAPlainSymbol) {
   expect_usage_error({"--logic", "QF_UF) (exit"},
                      "--logic: 'QF_UF) (exit' is not a plain SMT-LIB 2 symbol");
-  expect_usage_error({"--status", "|sat|"}, "--status: '|sat|' is not a plain SMT-LIB 2 symbol");
+}
+
+TEST(CommandLine, StatusMustBeOne) {
+  for (const std::string word : {"weird", "|sat|", "SAT", "sat ", "sat) (exit"}) {
+    expect_usage_error({"--status", word}, "--status: '" + word + "' is none of sat|unsat|unknown");
+  }
+  for (const std::string word : {"sat", "unsat", "unknown"}) {
+    EXPECT_THAT(brumlin({"--status", word}, one_query).out,
+                HasSubstr("(set-info :status " + word + ")\n"));
+  }
 }
 
 TEST(CommandLine, RefusesBadUsage) {
@@ -233,7 +242,18 @@ TEST(CommandLine, RefusesBadUsage) {
     EXPECT_THAT(outcome.err, MatchesRegex("brumlin: error: --[a-z-]+: [^\n]+\n")) << option;
     EXPECT_EQ(outcome.out, "");
   }
-  EXPECT_EQ(brumlin({"--query", "99999999999999999999999"}, one_query).status, 2);
+}
+
+TEST(CommandLine, TellsNumbersAsTheyAreGiven) {
+  for (const std::string option : {"--query", "--nodes", "--jobs"}) {
+    expect_usage_error({option, "99999999999999999999"},
+                       option + ": '99999999999999999999' is too large");
+  }
+  // The largest number that can be held, and one more.
+  EXPECT_EQ(brumlin({"--query", "18446744073709551615"}, one_query).err,
+            "<stdin>: error: the input has 1 check-sat, not 18446744073709551615\n");
+  expect_usage_error({"--query", "18446744073709551616"},
+                     "--query: '18446744073709551616' is too large");
 }
 
 TEST(CommandLine, HelpAndVersionGoToStandardOutput) {
