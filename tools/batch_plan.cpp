@@ -6,7 +6,8 @@
 #include <set>
 #include <system_error>
 
-#include "output.h"
+#include "destination.h"
+#include "io_error.h"
 
 namespace brum::tools {
 
@@ -33,13 +34,6 @@ const char* extension_of(Form form) {
       break;
   }
   return ".smt2";
-}
-
-/// The path without links and detours, as far as it exists.
-fs::path resolved(const fs::path& path) {
-  std::error_code failure;
-  const fs::path result = fs::weakly_canonical(path, failure);
-  return failure ? fs::absolute(path) : result;
 }
 
 std::vector<InputFile> files_below(const fs::path& folder, const fs::path& output_folder) {

@@ -22,6 +22,12 @@ namespace brum::tools {
 
 namespace {
 
+/// Thrown when two texts would be written to one file.
+class SharedFile : public Exception {
+ public:
+  explicit SharedFile(const std::string& msg) : Exception(msg) {}
+};
+
 /// The reading of one input and the writing of its document.
 class Conversion {
  public:
@@ -32,19 +38,36 @@ class Conversion {
 
   /// Throws what goes wrong. A ReadError was told to the user then.
   void run() {
-    Output output(line_.output);
+    // Where both texts go is found before a file is open.
+    const Destination place(line_.output);
+    std::optional<Destination> place_of_definitions;
+    if (!line_.introduced.empty()) {
+      place_of_definitions.emplace(line_.introduced);
+      if (share_a_file(place, *place_of_definitions)) {
+        throw SharedFile("--introduced: the document goes to that file");
+      }
+    }
+    Output output(place);
+    std::optional<Output> definitions;
+    if (place_of_definitions) {
+      definitions.emplace(*place_of_definitions);
+    }
     const Stopwatch reading;
     read();
     statistics_.seconds_reading = reading.seconds();
     const Stopwatch printing;
     const DocumentSource source{line_, script_, manager_, diagnostics_, statistics_};
     write(source, output.stream());
-    if (!line_.introduced.empty()) {
-      Output definitions(line_.introduced);
-      write_introduced(source, definitions.stream());
-      definitions.commit();
+    if (definitions) {
+      write_introduced(source, definitions->stream());
+      definitions->finish();
     }
-    statistics_.bytes = output.commit();
+    statistics_.bytes = output.finish();
+    // No file is replaced before all is written, and the definitions only with their document.
+    output.commit();
+    if (definitions) {
+      definitions->commit();
+    }
     statistics_.seconds_printing = printing.seconds();
     bar_.clear();
     print_statistics();
@@ -126,6 +149,9 @@ ExitStatus convert(const CommandLine& line, const Terminal& terminal, ProgressBa
     Conversion(line, terminal, bar, diagnostics).run();
     return ExitStatus::done;
   } catch (const ReadError&) {
+    return ExitStatus::bad_input;
+  } catch (const SharedFile& problem) {
+    diagnostics.error_of_command(problem.what());
     return ExitStatus::bad_input;
   } catch (const NoSuchQuery& problem) {
     diagnostics.error(problem.what());

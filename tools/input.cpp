@@ -12,7 +12,7 @@
 
 #include "brum/readers/smtlib1_reader.h"
 #include "brum/readers/smtlib2_reader.h"
-#include "output.h"
+#include "io_error.h"
 
 namespace brum::tools {
 

@@ -1,13 +1,12 @@
 #include "output.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
-#include <cstring>
-#include <filesystem>
+#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -21,52 +20,69 @@ std::string reason() {
   return std::generic_category().message(errno);
 }
 
-[[noreturn]] void error_writing(const std::string& path, const std::string& why) {
-  throw IoError("cannot write " + path + ": " + why);
-}
-
-/// The file behind a chain of links, so that a link stays a link. The file need not exist.
-std::filesystem::path behind_links(const std::string& path) {
-  constexpr int most_links = 40;
-  std::filesystem::path place = path;
-  std::error_code failure;
-  for (int links = 0; std::filesystem::is_symlink(place, failure); ++links) {
-    if (links == most_links) {
-      error_writing(path, std::generic_category().message(ELOOP));
+/// Gives whether all of the text was written.
+bool write_all(int descriptor, std::string_view text) {
+  while (!text.empty()) {
+    const ssize_t written = ::write(descriptor, text.data(), text.size());
+    if (written < 0 && errno != EINTR) {
+      return false;
     }
-    place = place.parent_path() / std::filesystem::read_symlink(place, failure);
+    text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
   }
-  return place;
+  return true;
 }
 
 }  // namespace
 
-Output::Output(std::string path) : path_(std::move(path)) {
-  if (!is_file()) {
-    return;
-  }
-  struct stat old {};
-  const bool exists = ::stat(path_.c_str(), &old) == 0;
-  if (!exists && errno != ENOENT) {
-    error_writing(path_, reason());
-  }
-  if (exists && S_ISDIR(old.st_mode)) {
-    error_writing(path_, "it is a folder");
-  }
-  if (exists && !S_ISREG(old.st_mode)) {
-    // Devices and pipes are written in place: there is nothing to move.
-    file_.open(path_, std::ios::binary);
-    if (!file_) {
-      error_writing(path_, reason());
+Output::Output(Destination destination) : destination_(std::move(destination)) {
+  if (destination_.descriptor) {
+    if (::fcntl(*destination_.descriptor, F_GETFD) < 0) {
+      refuse(reason());
     }
     return;
   }
-  const std::filesystem::path place = behind_links(path_);
-  path_ = place.string();
-  std::string name = (place.parent_path() / ".brumlin-XXXXXX").string();
+  struct stat old {};
+  const bool exists = ::stat(destination_.place.c_str(), &old) == 0;
+  if (!exists && errno != ENOENT) {
+    refuse(reason());
+  }
+  if (exists && S_ISDIR(old.st_mode)) {
+    refuse("it is a folder");
+  }
+  if (exists && !S_ISREG(old.st_mode)) {
+    open_device();
+  } else {
+    open_temporary(exists ? &old : nullptr);
+  }
+}
+
+Output::~Output() {
+  if (device_ >= 0) {
+    ::close(device_);
+  }
+  if (!temporary_.empty()) {
+    remove_temporary();
+  }
+}
+
+void Output::refuse(const std::string& why) const {
+  throw IoError("cannot write " + destination_.name + ": " + why);
+}
+
+/// Devices and pipes are written in place: there is nothing to move.
+void Output::open_device() {
+  device_ = ::open(destination_.place.c_str(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+  if (device_ < 0) {
+    refuse(reason());
+  }
+  destination_.descriptor = device_;
+}
+
+void Output::open_temporary(const struct stat* old) {
+  std::string name = (destination_.place.parent_path() / ".brumlin-XXXXXX").string();
   const int descriptor = ::mkstemp(name.data());
   if (descriptor < 0) {
-    error_writing(path_, reason());
+    refuse(reason());
   }
   temporary_ = std::move(name);
   doom_file(temporary_.c_str());
@@ -74,20 +90,14 @@ Output::Output(std::string path) : path_(std::move(path)) {
   // replaced one keeps its own.
   const mode_t mask = ::umask(0);
   ::umask(mask);
-  const mode_t permissions = exists ? (old.st_mode & 07777U) : (0666U & ~mask);
+  const mode_t permissions = old != nullptr ? (old->st_mode & 07777U) : (0666U & ~mask);
   const bool ready = ::fchmod(descriptor, permissions) == 0;
   ::close(descriptor);
   file_.open(temporary_, std::ios::binary);
   if (!ready || !file_) {
     const std::string why = reason();
     remove_temporary();
-    error_writing(path_, why);
-  }
-}
-
-Output::~Output() {
-  if (!temporary_.empty()) {
-    remove_temporary();
+    refuse(why);
   }
 }
 
@@ -97,18 +107,17 @@ void Output::remove_temporary() {
 }
 
 std::ostream& Output::stream() {
-  if (is_file()) {
-    return file_;
+  if (destination_.descriptor) {
+    return text_;
   }
-  return text_;
+  return file_;
 }
 
-std::size_t Output::commit() {
-  if (!is_file()) {
+std::size_t Output::finish() {
+  if (destination_.descriptor) {
     const std::string_view text = text_.text();
-    const bool written = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (!written || std::fflush(stdout) != 0) {
-      throw IoError("cannot write standard output: " + reason());
+    if (!write_all(*destination_.descriptor, text)) {
+      refuse(reason());
     }
     return text.size();
   }
@@ -116,16 +125,20 @@ std::size_t Output::commit() {
   errno = 0;
   file_.close();
   if (!file_ || size < 0) {
-    error_writing(path_, errno == 0 ? "the write failed" : reason());
-  }
-  if (!temporary_.empty()) {
-    if (std::rename(temporary_.c_str(), path_.c_str()) != 0) {
-      error_writing(path_, reason());
-    }
-    spare_file(temporary_.c_str());
-    temporary_.clear();
+    refuse(errno == 0 ? "the write failed" : reason());
   }
   return static_cast<std::size_t>(size);
+}
+
+void Output::commit() {
+  if (temporary_.empty()) {
+    return;
+  }
+  if (std::rename(temporary_.c_str(), destination_.place.c_str()) != 0) {
+    refuse(reason());
+  }
+  spare_file(temporary_.c_str());
+  temporary_.clear();
 }
 
 }  // namespace brum::tools

@@ -16,7 +16,7 @@
 #include <sys/prctl.h>
 #endif
 
-#include "output.h"
+#include "io_error.h"
 
 namespace brum::tools {
 

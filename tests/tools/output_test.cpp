@@ -46,6 +46,20 @@ void expect_output_error(const Outcome& outcome, const std::string& message) {
 
 using Names = std::vector<std::string>;
 
+/// Runs a line of the shell in a folder, with $BRUMLIN for the command and the input in `in`.
+Outcome shell(const TemporaryFolder& folder, const std::string& line) {
+  folder.write("in", input);
+  return run(Start{.words = {"sh", "-c", "BRUMLIN='" BRUM_COMMAND "'; " + line},
+                   .folder = folder.path().string()});
+}
+
+/// What --introduced writes for `division`.
+const std::string division =
+    "(declare-fun x () Int)(declare-fun y () Int)(assert (<= (div x y) 3))";
+const std::string definitions =
+    "(define-fun brum.quotient_at_zero.1 ((x Int)) Int (div x 0))\n"
+    "(define-fun brum.quotient.2 () Int (div x y))\n";
+
 }  // namespace
 
 TEST(Output, GoesToANewFile) {
@@ -211,6 +225,120 @@ TEST(Output, DevicesAreWrittenInPlace) {
   EXPECT_EQ(outcome.status, 0);
   EXPECT_EQ(outcome.out, "");
   EXPECT_EQ(outcome.err, document);
+}
+
+TEST(Output, PipesAreWrittenInPlace) {
+  const TemporaryFolder folder;
+  expect_written(
+      shell(folder, "mkfifo pipe; cat pipe >got & $BRUMLIN in -o pipe; s=$?; wait; exit $s"));
+  EXPECT_EQ(read_file(folder.file("got")), document);
+  EXPECT_TRUE(fs::is_fifo(folder.path() / "pipe"));
+  const Outcome outcome = shell(folder, "($BRUMLIN in -o /dev/stdout; echo $?) | cat");
+  EXPECT_EQ(outcome.out, document + "0\n");
+  EXPECT_EQ(outcome.err, "");
+}
+
+TEST(Output, NothingReachesAPipeWhenTheFormCannotSayIt) {
+  const TemporaryFolder folder;
+  folder.write("not_in_version_1", not_in_version_1);
+  const Outcome outcome =
+      shell(folder,
+            "mkfifo pipe; cat pipe & $BRUMLIN -t v1 not_in_version_1 -o pipe; s=$?; wait; exit $s");
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_EQ(outcome.out, "");
+}
+
+TEST(Output, AnOpenDescriptorIsWrittenToWhereItStands) {
+  // A shell that opens a file to append leaves what is in it; so does the command, by whatever name
+  // it is told to write there.
+  const TemporaryFolder folder;
+  struct Row {
+    const char* path;
+    const char* redirection;
+  };
+  for (const Row& row :
+       {Row{"/dev/stdout", ">>log"}, Row{"/dev/fd/1", ">>log"}, Row{"/proc/self/fd/1", ">>log"},
+        Row{"/dev/stderr", "2>>log"}, Row{"/dev/fd/3", "3>>log"}, Row{"link", "3>>log"}}) {
+    folder.write("log", "precious\n");
+    const std::string line = std::string("ln -sf /dev/fd/3 link; $BRUMLIN in -o ") + row.path + " ";
+    expect_written(shell(folder, line + row.redirection));
+    EXPECT_EQ(read_file(folder.file("log")), "precious\n" + document) << row.path;
+    expect_written(
+        shell(folder, "exec 4>log; (echo first; $BRUMLIN in -o /dev/fd/4; echo last) >&4"));
+    EXPECT_EQ(read_file(folder.file("log")), "first\n" + document + "last\n");
+  }
+  EXPECT_EQ(folder.names(), (Names{"in", "link", "log"}));
+}
+
+TEST(Output, AClosedDescriptorIsAnOutputError) {
+  // Nor is it one that the command itself has opened in the meantime.
+  const TemporaryFolder folder;
+  for (const char* options : {"-o /dev/fd/3", "-o out --introduced /dev/fd/3"}) {
+    const Outcome outcome = shell(folder, std::string("$BRUMLIN in 3>&- ") + options);
+    expect_output_error(outcome, "/dev/fd/3: No such file or directory");
+  }
+  EXPECT_EQ(shell(folder, "$BRUMLIN in -o /dev/fd/3 3<in").err,
+            "brumlin: error: cannot write /dev/fd/3: Bad file descriptor\n");
+  EXPECT_EQ(folder.names(), Names{"in"});
+  EXPECT_EQ(read_file(folder.file("in")), input);
+}
+
+TEST(Output, TheDocumentAndTheDefinitionsDoNotShareAFile) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder.path() / "sub");
+  fs::create_symlink("../file", folder.path() / "sub" / "link");
+  fs::create_symlink("../none", folder.path() / "sub" / "link_to_none");
+  folder.write("file", "old");
+  fs::create_hard_link(folder.path() / "file", folder.path() / "hard");
+  for (const char* options :
+       {"-o none --introduced none", "-o none --introduced ./sub/../none",
+        "-o sub/link_to_none --introduced none", "-o file --introduced file",
+        "-o sub/link --introduced file", "-o file --introduced hard",
+        "-o file --introduced /dev/stdout >>file", "--introduced file >>file"}) {
+    const Outcome outcome = shell(folder, std::string("$BRUMLIN in ") + options);
+    EXPECT_EQ(outcome.status, 2) << options;
+    EXPECT_EQ(outcome.err, "brumlin: error: --introduced: the document goes to that file\n")
+        << options;
+    EXPECT_EQ(read_file(folder.file("file")), "old") << options;
+  }
+  EXPECT_EQ(folder.names(), (Names{"file", "hard", "in", "sub"}));
+}
+
+TEST(Output, TheDocumentAndTheDefinitionsMayShareWhatIsNoFile) {
+  const Outcome outcome = brumlin({"--introduced", "/dev/stdout", "-o", "/dev/stdout"}, division);
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_EQ(outcome.err, "");
+  EXPECT_EQ(outcome.out, definitions + brumlin({}, division).out);
+  expect_written(brumlin({"--introduced", "/dev/null", "-o", "/dev/null"}, division));
+}
+
+TEST(Output, NoFileIsReplacedBeforeAllIsWritten) {
+  const TemporaryFolder folder;
+  const std::string out = folder.write("out", "old");
+  const std::string meaning = folder.write("meaning", "old meaning");
+  expect_output_error(
+      brumlin(
+          Start{.words = {"--introduced", meaning}, .input = division, .output_path = "/dev/full"}),
+      "standard output: No space left on device");
+  expect_output_error(brumlin({"-o", "/dev/full", "--introduced", meaning}, division),
+                      "/dev/full: No space left on device");
+  expect_output_error(brumlin({"-o", out, "--introduced", "/dev/full"}, division),
+                      "/dev/full: No space left on device");
+  expect_output_error(brumlin({"-o", out, "--introduced", folder.file("none/meaning")}, division),
+                      folder.file("none/meaning") + ": No such file or directory");
+  EXPECT_EQ(brumlin({"-t", "v1", "-o", out, "--introduced", meaning}, not_in_version_1).status, 1);
+  EXPECT_EQ(read_file(out), "old");
+  EXPECT_EQ(read_file(meaning), "old meaning");
+  EXPECT_EQ(folder.names(), (Names{"meaning", "out"}));
+  expect_written(brumlin({"-o", out, "--introduced", meaning}, division));
+  EXPECT_EQ(read_file(meaning), definitions);
+}
+
+TEST(Output, StatsCountTheBytesOfAPipe) {
+  const TemporaryFolder folder;
+  const Outcome outcome = shell(folder, "$BRUMLIN in --stats -o /dev/stdout | cat");
+  EXPECT_THAT(outcome.err,
+              ::testing::HasSubstr("\nbytes: " + std::to_string(document.size()) + "\n"));
 }
 
 TEST(Output, AClosedPipeIsAnOutputError) {

@@ -138,6 +138,15 @@ TEST_F(Terminal, ShowsBytesThatMoveNothing) {
                        "    |                          ^\n"));
 }
 
+TEST_F(Terminal, TakesADocument) {
+  folder.write("in.smt2", "(check-sat)");
+  const std::string document =
+      "(set-info :source |printed by Brumlin|)\n(assert\ntrue\n)\n(check-sat)\n";
+  for (const std::string path : {"/dev/tty", "/dev/stdout", "/dev/stderr"}) {
+    EXPECT_EQ(shown(folder, "", "$BRUMLIN in.smt2 -o " + path + "; echo $?"), document + "0\n");
+  }
+}
+
 TEST_F(Terminal, SaysHowFarLongWorkIs) {
   folder.write("in.smt2", "(declare-fun p () Bool)(assert p)");
   const std::string slow = "(sleep 1.2; cat in.smt2) | $BRUMLIN -o out";
