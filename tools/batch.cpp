@@ -13,6 +13,7 @@
 #include "batch_plan.h"
 #include "conversion.h"
 #include "diagnostics.h"
+#include "message_text.h"
 #include "processes.h"
 #include "progress_bar.h"
 
@@ -55,8 +56,8 @@ class Batch {
     messages_[i] = end.messages;
     if (end.signal != 0) {
       status = ExitStatus::io_error;
-      *messages_[i] += plan_[i].input_name() + ": error: signal " + std::to_string(end.signal) +
-                       " ended the conversion\n";
+      *messages_[i] += message_text(plan_[i].input_name()) + ": error: signal " +
+                       std::to_string(end.signal) + " ended the conversion\n";
     }
     failed_ += status == ExitStatus::done ? 0U : 1U;
     status_ = std::max(status_, status);

@@ -3,7 +3,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <iostream>
 #include <map>
@@ -13,6 +12,8 @@
 
 #include "arguments.h"
 #include "brum/printers/smtlib_identifiers.h"
+#include "message_text.h"
+#include "output.h"
 
 namespace brum::tools {
 
@@ -172,6 +173,19 @@ void check_combinations(const CommandLine& line) {
   }
 }
 
+/// Prints what --help or --version gives.
+ExitStatus answer(const CLI::App& app, const CLI::ParseError& wish) {
+  try {
+    Output output(Destination(""));
+    app.exit(wish, output.stream(), output.stream());
+    output.finish();
+    return ExitStatus::done;
+  } catch (const IoError& problem) {
+    std::cerr << "brumlin: error: " << problem.what() << '\n';
+    return ExitStatus::io_error;
+  }
+}
+
 }  // namespace
 
 std::string_view word_of(Form form) {
@@ -203,18 +217,11 @@ std::optional<CommandLine> parse_command_line(int argc, const char* const* argv,
   } catch (const CLI::ParseError& outcome) {
     const bool asked_for = outcome.get_exit_code() == 0;
     if (!asked_for) {
-      std::cerr << "brumlin: error: " << outcome.what() << '\n';
+      std::cerr << "brumlin: error: " << short_message_text(outcome.what()) << '\n';
       status = ExitStatus::bad_input;
       return std::nullopt;
     }
-    app.exit(outcome);
-    errno = 0;
-    std::cout.flush();
-    status = std::cout ? ExitStatus::done : ExitStatus::io_error;
-    if (status != ExitStatus::done) {
-      std::cerr << "brumlin: error: cannot write standard output: "
-                << std::generic_category().message(errno) << '\n';
-    }
+    status = answer(app, outcome);
     return std::nullopt;
   }
   return line;

@@ -13,6 +13,7 @@
 #include "documents.h"
 #include "input.h"
 #include "introduced.h"
+#include "message_text.h"
 #include "output.h"
 #include "output_watch.h"
 #include "source_window.h"
@@ -122,7 +123,7 @@ class Conversion {
         break;
       case StatsFormat::text:
         if (line_.is_batch()) {
-          std::cerr << "input: " << line_.input_name() << '\n';
+          std::cerr << "input: " << message_text(line_.input_name()) << '\n';
         }
         statistics_.print(std::cerr);
         break;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "message_text.h"
 #include "source_excerpt.h"
 
 namespace brum::tools {
@@ -32,8 +33,8 @@ std::string Diagnostics::styled(Style style, std::string_view text) const {
 void Diagnostics::write(std::string_view place, Style style, std::string_view message) {
   bar_.clear();
   const std::string_view kind = style == Style::warning ? "warning:" : "error:";
-  out_ << styled(Style::place, std::string(place) + ":") << ' ' << styled(style, kind) << ' '
-       << message << '\n';
+  out_ << styled(Style::place, message_text(place) + ":") << ' ' << styled(style, kind) << ' '
+       << short_message_text(message) << '\n';
 }
 
 void Diagnostics::warn(const std::string& message) {

@@ -15,7 +15,8 @@
 namespace brum::tools {
 
 /// Tells the user what went wrong, and what the document does not say as the input did. Each
-/// message is one line; on a terminal it is coloured, and the line of the input may follow.
+/// message is one line, whatever is in it; on a terminal it is coloured, and the line of the input
+/// may follow.
 class Diagnostics {
  public:
   /// `input` is the input's name; `out` and `bar`, which gives way to messages, must outlive the

@@ -12,14 +12,10 @@ namespace {
 
 /// Gives what stands on the screen for one character, or for a byte that is in none.
 std::string_view shown_as(std::string_view character) {
-  const auto first = static_cast<unsigned char>(character.front());
   if (character == "\t" || character == "\r") {
     return " ";
   }
-  const bool is_byte_of_none = character.size() == 1 && first >= 0x80;
-  const bool is_control = first < 0x20 || first == 0x7F ||
-                          (first == 0xC2 && static_cast<unsigned char>(character.back()) < 0xA0);
-  return is_byte_of_none || is_control ? "?" : character;
+  return is_shown(character) ? character : "?";
 }
 
 constexpr std::size_t most_bytes_of_character = 4;

@@ -42,6 +42,16 @@ inline std::size_t utf8_length(std::string_view text) {
   return length;
 }
 
+/// Whether a terminal shows a character as such: not a control character, nor a byte that is in no
+/// character of UTF-8. `character` is one of these, not empty.
+inline bool is_shown(std::string_view character) {
+  const auto first = static_cast<unsigned char>(character.front());
+  const bool is_byte_of_none = character.size() == 1 && first >= 0x80;
+  const bool is_control = first < 0x20 || first == 0x7F ||
+                          (first == 0xC2 && static_cast<unsigned char>(character.back()) < 0xA0);
+  return !is_byte_of_none && !is_control;
+}
+
 }  // namespace brum::tools
 
 #endif  // BRUM_TOOLS_UTF8_H

@@ -3,8 +3,10 @@
 #include <sys/stat.h>
 
 #include <string>
+#include <vector>
 
 #include "tests/tools/command.h"
+#include "tests/tools/declarations.h"
 
 // Inputs that cannot be read, or not as SMT-LIB: statuses, messages, and no output.
 
@@ -82,6 +84,56 @@ TEST(Input, ErrorsOfTheTextSayWhere) {
     expect_input_error(brumlin({path}), 2, path + ":" + row.message);
     expect_input_error(brumlin({}, row.text), 2, std::string("<stdin>:") + row.message);
   }
+}
+
+TEST(Input, AnErrorIsOneLineWhateverTheTextHolds) {
+  expect_input_error(
+      brumlin({}, "(assert |a\nb\r\tc|)"), 2,
+      R"(<stdin>:1:9: error: found the symbol |a\nb\r\tc|, expected a declared symbol)");
+  // Control characters of ASCII and of Unicode, and bytes that are not UTF-8.
+  expect_input_error(
+      brumlin({}, "(assert |\x1b[2J\x7f\xc2\x9b\xff\xc3\xa9\xe2\x82|)"), 2,
+      "<stdin>:1:9: error: found the symbol |\\x1b[2J\\x7f\\xc2\\x9b\\xff\xc3\xa9\\xe2\\x82|, "
+      "expected a declared symbol");
+  const TemporaryFolder folder;
+  folder.write("a\n\x1b.smt2", "(check-sat)(check-sat)(assert p)");
+  const auto in_folder = [&](const std::vector<std::string>& words) {
+    return brumlin(Start{.words = words, .folder = folder.path().string()});
+  };
+  expect_input_error(in_folder({"a\n\x1b.smt2"}), 2,
+                     R"(a\n\x1b.smt2:1:31: error: found the symbol p, expected a declared symbol)");
+  expect_input_error(in_folder({"b\nc"}), 3,
+                     R"(brumlin: error: cannot read b\nc: No such file or directory)");
+  expect_input_error(in_folder({"--to", "b\nc"}), 2,
+                     R"(brumlin: error: --to: 'b\nc' is none of v1|v2|define-fun|terms|trace|dot)");
+  folder.write("a\n\x1b.smt2", "(check-sat)(check-sat)");
+  EXPECT_EQ(lines_of(in_folder({"a\n\x1b.smt2"}).err).size(), 1U);
+  const Outcome batch = in_folder({"--stats", "--output-folder", "out", "a\n\x1b.smt2"});
+  EXPECT_THAT(batch.err, ::testing::HasSubstr("input: a\\n\\x1b.smt2\n"));
+}
+
+TEST(Input, LongMessagesLackTheirMiddle) {
+  // The first 700 and the last 300 bytes stay, or a little less and more: characters stay whole.
+  const std::string begin = "found the symbol |";           // 18 bytes
+  const std::string end = "|, expected a declared symbol";  // 29 bytes
+  const std::string place = "<stdin>:1:9: error: ";
+  const std::string accent = "\xc3\xa9";
+  const auto accents = [&](std::size_t count) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) {
+      text += accent;
+    }
+    return text;
+  };
+  expect_input_error(brumlin({}, "(assert |" + std::string(5'000'000, 'a') + "|)"), 2,
+                     place + begin + std::string(682, 'a') + "..." + std::string(271, 'a') + end);
+  expect_input_error(brumlin({}, "(assert |" + accents(1000) + "|)"), 2,
+                     place + begin + accents(341) + "..." + accents(136) + end);
+  expect_input_error(brumlin({}, "(assert |a" + accents(1000) + "b|)"), 2,
+                     place + begin + "a" + accents(340) + "..." + accents(135) + "b" + end);
+  // The longest that is shown whole has 1000 bytes.
+  const std::string whole(1000 - begin.size() - end.size(), 'a');
+  expect_input_error(brumlin({}, "(assert |" + whole + "|)"), 2, place + begin + whole + end);
 }
 
 TEST(Input, WhatCannotBeHeldIsNamed) {
