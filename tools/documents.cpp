@@ -20,6 +20,7 @@ struct Content {
   std::vector<const Term*> terms;
   std::string status;
   bool has_query = false;
+  std::size_t assertions = 0;  // of the input, however many terms they are
 };
 
 std::size_t query_number(const DocumentSource& source) {
@@ -56,6 +57,7 @@ Content content_in_force(const DocumentSource& source) {
   Query query = script.num_queries() == 0 ? script.at_end() : script.query(number);
   Content content{std::move(query.assertions), std::move(query.status), script.num_queries() > 0};
   content.terms.insert(content.terms.end(), query.assumptions.begin(), query.assumptions.end());
+  content.assertions = content.terms.size();
   return content;
 }
 
@@ -64,7 +66,11 @@ Content all_assertions(const DocumentSource& source) {
   Content content{{}, source.script.status, source.script.num_queries() > 0};
   hsh::HashSet<const Term*> known;
   for (const Command& command : source.script.commands) {
-    if (command.kind == Command::Kind::assertion && known.insert(command.term).second) {
+    if (command.kind != Command::Kind::assertion) {
+      continue;
+    }
+    ++content.assertions;
+    if (known.insert(command.term).second) {
       content.terms.push_back(command.term);
     }
   }
@@ -117,7 +123,7 @@ void write_plain(const DocumentSource& source, std::ostream& out) {
   if (source.line.stats != StatsFormat::none) {
     ReferenceCounts counts;
     counts.add_term(formula);
-    source.statistics.assertions = content.terms.size();
+    source.statistics.assertions = content.assertions;
     source.statistics.terms = counts.num_terms();
   }
 }
@@ -135,7 +141,7 @@ void write_drawing(const DocumentSource& source, std::ostream& out) {
   }
   CountingPrinter<DotTermPrinter> printer(&source.manager);
   printer.print_graph(out, formula, most);
-  source.statistics.assertions = content.terms.size();
+  source.statistics.assertions = content.assertions;
   source.statistics.terms = std::min(counts.num_terms(), most);
   source.statistics.definitions = printer.definitions();
 }
@@ -146,7 +152,6 @@ void write_definitions(const DocumentSource& source, std::ostream& out) {
   const bool several = source.line.form == Form::terms;
   Content content = several ? all_assertions(source) : content_in_force(source);
   require_writable_names(source, content.terms);
-  const std::size_t assertions = content.terms.size();
   if (!several) {
     content.terms = {conjunction(source.manager, std::move(content.terms))};
   }
@@ -174,7 +179,7 @@ void write_definitions(const DocumentSource& source, std::ostream& out) {
   with_printer<SmtLib2TermPrinter>(source.line.label, print, &source.manager, source.logic(),
                                    source.status(several ? "" : content.status), true, &attributes);
   end_with_query(out, content.has_query);
-  source.statistics.assertions = assertions;
+  source.statistics.assertions = content.assertions;
   source.statistics.terms = counts.num_terms();
 }
 

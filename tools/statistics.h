@@ -10,7 +10,7 @@ namespace brum::tools {
 
 /// What --stats tells of a run.
 struct Statistics {
-  std::size_t assertions = 0;  // that were written
+  std::size_t assertions = 0;  // of the input that were written, repeated ones too
   std::size_t terms = 0;       // distinct ones that were written
   std::size_t definitions = 0;
   std::size_t bytes = 0;

@@ -299,6 +299,16 @@ TEST(CommandLine, StatsTellsSizesTimesAndMemory) {
   }
 }
 
+TEST(CommandLine, StatsCountTheAssertionsOfTheInput) {
+  const std::string repeated =
+      "(declare-fun p () Bool)(assert p)(assert p)(assert (not p))(assert p)";
+  for (const std::string form : {"v1", "v2", "define-fun", "terms", "trace", "dot"}) {
+    EXPECT_THAT(brumlin({"--stats", "-t", form}, repeated).err,
+                StartsWith("assertions: 4\ndistinct terms: "))
+        << form;
+  }
+}
+
 TEST(CommandLine, StatsAsTextIsWhatStatsMeans) {
   const Outcome outcome = brumlin({"--stats=text"}, one_query);
   EXPECT_EQ(outcome.status, 0);
