@@ -1,3 +1,6 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -15,7 +18,21 @@ namespace brum::tools {
 
 namespace {
 
+/// Where standard error is closed, takes its descriptor for what cannot be written to. Else the
+/// next file to be opened would get it, and the messages.
+void keep_messages_out_of_files() {
+  if (::fcntl(STDERR_FILENO, F_GETFD) >= 0) {
+    return;
+  }
+  const int descriptor = ::open("/dev/null", O_RDONLY);
+  if (descriptor >= 0 && descriptor != STDERR_FILENO) {
+    ::dup2(descriptor, STDERR_FILENO);
+    ::close(descriptor);
+  }
+}
+
 ExitStatus run(int argc, char** argv) {
+  keep_messages_out_of_files();
   end_in_order_without_memory_for_numbers();
   std::ios::sync_with_stdio(false);
   ExitStatus status = ExitStatus::done;

@@ -282,6 +282,17 @@ TEST(Output, AClosedDescriptorIsAnOutputError) {
   EXPECT_EQ(read_file(folder.file("in")), input);
 }
 
+TEST(Output, HoldsNoMessagesWhereStandardErrorIsClosed) {
+  const TemporaryFolder folder;
+  folder.write("warned", "(set-info :status solved)" + input);
+  for (const char* closed : {"2>&-", "<&- 2>&-", "<&- >&- 2>&-"}) {
+    expect_written(shell(folder, std::string("$BRUMLIN warned -o out ") + closed));
+    EXPECT_EQ(read_file(folder.file("out")), document) << closed;
+  }
+  expect_written(shell(folder, "$BRUMLIN warned --output-folder outs 2>&-"));
+  EXPECT_EQ(read_file(folder.file("outs/warned.smt2")), document);
+}
+
 TEST(Output, TheDocumentAndTheDefinitionsDoNotShareAFile) {
   const TemporaryFolder folder;
   fs::create_directory(folder.path() / "sub");
