@@ -69,33 +69,40 @@ Value divisible(TermBuilder& builder, const Application& application) {
 using Builder = TermBuilder&;
 using Argument = const Term*;
 
+constexpr Theory numbers = Theory::numbers;
+constexpr Theory both = Theory::integers_and_reals;
+
 // clang-format off
 const Operator arithmetic_table[] = {
-    {.name = "+", .shape = Shape::associative, .operands = Operands::numbers,
+    {.name = "+", .theory = numbers, .shape = Shape::associative, .operands = Operands::numbers,
      .step = [](Builder b, Argument x, Argument y, bool real) { return b.plus(x, y, real); }},
-    {.name = "*", .shape = Shape::associative, .operands = Operands::numbers,
+    {.name = "*", .theory = numbers, .shape = Shape::associative, .operands = Operands::numbers,
      .step = [](Builder b, Argument x, Argument y, bool real) { return b.times(x, y, real); }},
-    {.name = "-", .operands = Operands::numbers, .whole = subtract, .max_arguments = 0,
-     .role = Operator::Role::minus},
-    {.name = "/", .operands = Operands::numbers, .whole = divide, .min_arguments = 2,
-     .max_arguments = 0, .role = Operator::Role::division},
-    {.name = "div", .shape = Shape::left, .operands = Operands::integers, .step = divide_integers},
-    {.name = "mod", .shape = Shape::binary, .operands = Operands::integers, .step = remainder},
-    {.name = "abs", .shape = Shape::unary, .operands = Operands::numbers, .step = absolute_value},
-    {.name = "<=", .shape = Shape::chain, .operands = Operands::numbers,
+    {.name = "-", .theory = numbers, .operands = Operands::numbers, .whole = subtract,
+     .max_arguments = 0, .role = Operator::Role::minus},
+    {.name = "/", .theory = Theory::reals, .operands = Operands::numbers, .whole = divide,
+     .min_arguments = 2, .max_arguments = 0, .role = Operator::Role::division},
+    {.name = "div", .theory = Theory::integers, .shape = Shape::left,
+     .operands = Operands::integers, .step = divide_integers},
+    {.name = "mod", .theory = Theory::integers, .shape = Shape::binary,
+     .operands = Operands::integers, .step = remainder},
+    {.name = "abs", .theory = Theory::integers, .shape = Shape::unary,
+     .operands = Operands::numbers, .step = absolute_value},
+    {.name = "<=", .theory = numbers, .shape = Shape::chain, .operands = Operands::numbers,
      .step = [](Builder b, Argument x, Argument y, bool real) { return b.leq(x, y, real); }},
-    {.name = "<", .shape = Shape::chain, .operands = Operands::numbers,
+    {.name = "<", .theory = numbers, .shape = Shape::chain, .operands = Operands::numbers,
      .step = [](Builder b, Argument x, Argument y, bool real) { return b.less(x, y, real); }},
-    {.name = ">=", .shape = Shape::chain, .operands = Operands::numbers,
+    {.name = ">=", .theory = numbers, .shape = Shape::chain, .operands = Operands::numbers,
      .step = [](Builder b, Argument x, Argument y, bool real) { return b.leq(y, x, real); }},
-    {.name = ">", .shape = Shape::chain, .operands = Operands::numbers,
+    {.name = ">", .theory = numbers, .shape = Shape::chain, .operands = Operands::numbers,
      .step = [](Builder b, Argument x, Argument y, bool real) { return b.less(y, x, real); }},
-    {.name = "to_real", .operands = Operands::numbers, .whole = to_real},
-    {.name = "to_int", .shape = Shape::unary, .operands = Operands::numbers,
+    {.name = "to_real", .theory = both, .operands = Operands::numbers, .whole = to_real},
+    {.name = "to_int", .theory = both, .shape = Shape::unary, .operands = Operands::numbers,
      .step = [](Builder b, Argument x, Argument, bool) { return b.manager().make_floor(x); }},
-    {.name = "is_int", .shape = Shape::unary, .operands = Operands::numbers, .step = is_integer},
-    {.name = "divisible", .operands = Operands::integers, .whole = divisible, .num_indices = 1,
-     .max_arguments = 2, .role = Operator::Role::divisible},
+    {.name = "is_int", .theory = both, .shape = Shape::unary, .operands = Operands::numbers,
+     .step = is_integer},
+    {.name = "divisible", .theory = Theory::integers, .operands = Operands::integers,
+     .whole = divisible, .num_indices = 1, .max_arguments = 2, .role = Operator::Role::divisible},
 };
 // clang-format on
 

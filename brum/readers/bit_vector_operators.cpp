@@ -156,30 +156,43 @@ Value repeat(Builder b, const Application& application) {
 
 constexpr Operands one_width = Operands::same_width;
 
-constexpr Operator binary(std::string_view name, Operator::Step step) {
-  return {.name = name, .shape = Shape::binary, .operands = one_width, .step = step};
+constexpr Operator binary(std::string_view name, Operator::Step step,
+                          Theory theory = Theory::bit_vectors) {
+  return {
+      .name = name, .theory = theory, .shape = Shape::binary, .operands = one_width, .step = step};
 }
 
 constexpr Operator associative(std::string_view name, Operator::Step step) {
-  return {.name = name, .shape = Shape::associative, .operands = one_width, .step = step};
+  return {.name = name,
+          .theory = Theory::bit_vectors,
+          .shape = Shape::associative,
+          .operands = one_width,
+          .step = step};
 }
 
 constexpr Operator indexed(std::string_view name, Operator::Whole whole, std::uint8_t indices = 1) {
-  return {.name = name, .operands = one_width, .whole = whole, .num_indices = indices};
+  return {.name = name,
+          .theory = Theory::bit_vectors,
+          .operands = one_width,
+          .whole = whole,
+          .num_indices = indices};
 }
 
 using M = TermManager;
 
 const Operator bit_vector_table[] = {
     {.name = "concat",
+     .theory = Theory::bit_vectors,
      .shape = Shape::left,
      .operands = Operands::bit_vectors,
      .step = plain<&M::make_concat>},
     {.name = "bvnot",
+     .theory = Theory::bit_vectors,
      .shape = Shape::unary,
      .operands = one_width,
      .step = [](Builder b, Argument x, Argument, bool) { return b.manager().make_bvnot(x); }},
     {.name = "bvneg",
+     .theory = Theory::bit_vectors,
      .shape = Shape::unary,
      .operands = one_width,
      .step = [](Builder b, Argument x, Argument, bool) { return b.manager().make_bvneg(x); }},
@@ -191,6 +204,7 @@ const Operator bit_vector_table[] = {
     binary("bvnand", complemented<&M::make_bvand>),
     binary("bvnor", complemented<&M::make_bvor>),
     {.name = "bvxnor",
+     .theory = Theory::bit_vectors,
      .shape = Shape::left,
      .operands = one_width,
      .step = complemented<&M::make_bvxor>},
@@ -218,14 +232,18 @@ const Operator bit_vector_table[] = {
     indexed("zero_extend", zero_extend),
     indexed("sign_extend", sign_extend),
     indexed("repeat", repeat),
-    {.name = "bvnego", .shape = Shape::unary, .operands = one_width, .step = negation_overflows},
-    binary("bvuaddo", overflows_one_bit<&M::make_bvadd, &M::make_zero_extend>),
-    binary("bvsaddo", overflows_one_bit<&M::make_bvadd, &M::make_sign_extend>),
-    binary("bvumulo", product_overflows<&M::make_zero_extend>),
-    binary("bvsmulo", product_overflows<&M::make_sign_extend>),
-    binary("bvusubo", plain<&M::make_bvult>),
-    binary("bvssubo", overflows_one_bit<&M::make_bvsub, &M::make_sign_extend>),
-    binary("bvsdivo", signed_quotient_overflows),
+    {.name = "bvnego",
+     .theory = Theory::later,
+     .shape = Shape::unary,
+     .operands = one_width,
+     .step = negation_overflows},
+    binary("bvuaddo", overflows_one_bit<&M::make_bvadd, &M::make_zero_extend>, Theory::later),
+    binary("bvsaddo", overflows_one_bit<&M::make_bvadd, &M::make_sign_extend>, Theory::later),
+    binary("bvumulo", product_overflows<&M::make_zero_extend>, Theory::later),
+    binary("bvsmulo", product_overflows<&M::make_sign_extend>, Theory::later),
+    binary("bvusubo", plain<&M::make_bvult>, Theory::later),
+    binary("bvssubo", overflows_one_bit<&M::make_bvsub, &M::make_sign_extend>, Theory::later),
+    binary("bvsdivo", signed_quotient_overflows, Theory::later),
 };
 
 }  // namespace

@@ -100,8 +100,10 @@ const Operator core_table[] = {
     {.name = "distinct", .operands = Operands::same, .whole = distinct, .min_arguments = 2,
      .max_arguments = 0},
     {.name = "ite", .whole = if_then_else, .min_arguments = 3, .max_arguments = 3},
-    {.name = "select", .whole = select, .min_arguments = 2, .max_arguments = 2},
-    {.name = "store", .whole = store, .min_arguments = 3, .max_arguments = 3},
+    {.name = "select", .theory = Theory::arrays, .whole = select, .min_arguments = 2,
+     .max_arguments = 2},
+    {.name = "store", .theory = Theory::arrays, .whole = store, .min_arguments = 3,
+     .max_arguments = 3},
 };
 // clang-format on
 

@@ -48,8 +48,9 @@ Scopes::Scopes(NameTable& names, TermBuilder& builder) : builder_(builder) {
 
 // Names of terms.
 
-void Scopes::require_free(const Name& name) {
-  if (name.theory_operator != nullptr) {
+void Scopes::require_free(const Name& name) const {
+  if (name.theory_operator != nullptr &&
+      !may_be_declared(*name.theory_operator, builder_.logic())) {
     throw TermManager::error("found " + std::string(name.text) +
                              ", which is an operator of a theory, expected a new name");
   }
@@ -78,6 +79,11 @@ const Symbol* Scopes::symbol_for(Name& name, const DataType* type) {
   if (is_usable(manager.get_signature()->get_symbol(name.text))) {
     return manager.declare(std::string(name.text), type);
   }
+  return renamed_symbol(name, type);
+}
+
+const Symbol* Scopes::renamed_symbol(const Name& name, const DataType* type) {
+  TermManager& manager = builder_.manager();
   const Symbol*& renamed = renamed_[{&name, type}];
   if (renamed == nullptr) {
     std::size_t number = 2;

@@ -50,6 +50,9 @@ class Scopes {
   const Symbol* declare(Name& name, const std::vector<const DataType*>& arguments,
                         const DataType* result);
 
+  /// Gives a symbol of the name with a suffix, which no other name has; always the same one.
+  const Symbol* renamed_symbol(const Name& name, const DataType* type);
+
   /// Lets a name stand for a definition. Throws TermManager::error when the name is taken.
   void define(Name& name, Definition definition);
 
@@ -59,7 +62,7 @@ class Scopes {
   void end_term();
 
   /// Throws TermManager::error when a declaration or definition of this name is not allowed now.
-  static void require_free(const Name& name);
+  void require_free(const Name& name) const;
 
   /// Covers a name within a term; uncover() takes back the last `count` of these.
   void cover(Name& name, Value value);

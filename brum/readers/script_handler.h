@@ -43,7 +43,8 @@ struct Command {
   TextPosition position;  // of its opening bracket
 
   /// Of an assertion: the term, conjoined with the conditions of constants that were introduced
-  /// for it, and the name given by `:named`, without bars, empty if there is none.
+  /// for it, and the name given by `:named`, without bars, empty if there is none. An operator's
+  /// name, which is free where the logic lacks its theory, has a suffix here.
   const Term* term = nullptr;
   std::string_view name;
 
@@ -80,7 +81,8 @@ class BRUM_EXPORT ScriptHandler {
   /// A symbol was made up; always before the command that needs it.
   virtual void on_introduced(const IntroducedSymbol& /*introduced*/) {}
 
-  /// `(! term :keyword value)`, but for the name of a whole assertion. The keyword has no colon.
+  /// `(! term :keyword value)`, but for the name of a whole assertion. The keyword has no colon. A
+  /// name is as in Command::name, but with the bars that it was written with.
   virtual void on_annotation(const Term* /*term*/, const std::string& /*keyword*/,
                              const std::string& /*value*/) {}
 

@@ -231,9 +231,6 @@ Name& SmtLib1BenchmarkParser::read_new_name() {
                        name.reserved == ReservedWord::exists;
   if (is_word || token.raw.front() == '?' || token.raw.front() == '$')
     lexer_.error_expected("a new name");
-  if (name.theory_operator != nullptr && may_be_declared(*name.theory_operator, builder_.logic())) {
-    name.theory_operator = nullptr;
-  }
   return name;
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <span>
 #include <string_view>
 
 #include "brum/utils/smtlib_words.h"
@@ -36,20 +35,13 @@ constexpr std::array<Alias, 10> aliases{{
 /// Names of version 2 that mean nothing in version 1.
 constexpr std::array not_in_version_1 = {"=>"sv};
 
-/// What version 1 lacks, but not to read it would help nobody.
+/// What version 1 lacks, besides what version 2.6 lacks too, but not to read it would help nobody.
 constexpr std::array later_operators = {
-    "div"sv,     "mod"sv,       "abs"sv,     "to_real"sv, "to_int"sv,
-    "is_int"sv,  "divisible"sv, "bvnego"sv,  "bvuaddo"sv, "bvsaddo"sv,
-    "bvumulo"sv, "bvsmulo"sv,   "bvusubo"sv, "bvssubo"sv, "bvsdivo"sv,
+    "div"sv, "mod"sv, "abs"sv, "to_real"sv, "to_int"sv, "is_int"sv, "divisible"sv,
 };
 
-const Operator* find(std::span<const Operator> operators, std::string_view name) {
-  const auto found = std::ranges::find(operators, name, &Operator::name);
-  return found == operators.end() ? nullptr : &*found;
-}
-
 Operator make_alias(const Alias& alias) {
-  Operator op = *find(smtlib2_operators(), alias.of);
+  Operator op = *std::ranges::find(smtlib2_operators(), alias.of, &Operator::name);
   op.name = alias.name;
   if (alias.name == "iff") {
     op.operands = Operands::booleans;
@@ -63,8 +55,11 @@ Operator make_alias(const Alias& alias) {
 std::vector<Operator> all_smtlib1_operators() {
   std::vector<Operator> all;
   for (const Operator& op : smtlib2_operators()) {
-    if (!is_among(not_in_version_1, op.name))
-      all.push_back(op);
+    if (is_among(not_in_version_1, op.name))
+      continue;
+    all.push_back(op);
+    if (is_among(later_operators, op.name))
+      all.back().theory = Theory::later;
   }
   for (const Alias& alias : aliases) {
     all.push_back(make_alias(alias));
@@ -72,30 +67,11 @@ std::vector<Operator> all_smtlib1_operators() {
   return all;
 }
 
-/// The name in version 2.
-std::string_view smtlib2_name(const Operator& op) {
-  const auto* const alias = std::ranges::find(aliases, op.name, &Alias::name);
-  return alias == aliases.end() ? op.name : alias->of;
-}
-
 }  // namespace
 
 const std::vector<Operator>& smtlib1_operators() {
   static const std::vector<Operator> all = all_smtlib1_operators();
   return all;
-}
-
-bool may_be_declared(const Operator& op, const std::optional<LogicFeatures>& logic) {
-  if (is_among(later_operators, op.name))
-    return true;
-  if (!logic)
-    return false;
-  const std::string_view name = smtlib2_name(op);
-  if (find(bit_vector_operators(), name) != nullptr)
-    return !logic->bit_vectors;
-  if (find(arithmetic_operators(), name) != nullptr)
-    return !logic->integers && !logic->reals;
-  return (name == "select" || name == "store") && !logic->arrays;
 }
 
 }  // namespace brum

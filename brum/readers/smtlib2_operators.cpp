@@ -194,6 +194,32 @@ const std::vector<Operator>& smtlib2_operators() {
   return all;
 }
 
+bool may_be_declared(const Operator& op, const std::optional<LogicFeatures>& logic) {
+  if (op.theory == Theory::later)
+    return true;
+  if (!logic)
+    return false;
+  switch (op.theory) {
+    case Theory::core:
+    case Theory::later:
+      break;
+    case Theory::arrays:
+      return !logic->arrays;
+    case Theory::numbers:
+      return !logic->integers && !logic->reals;
+    case Theory::integers:
+      return !logic->integers;
+    case Theory::reals:
+      return !logic->reals;
+    case Theory::integers_and_reals:
+      return !logic->integers || !logic->reals;
+    case Theory::bit_vectors:
+      // Floating point numbers are made of bit-vectors.
+      return !logic->bit_vectors && !logic->floating_point;
+  }
+  return false;
+}
+
 Value apply_operator(TermBuilder& builder, const Operator& op, std::span<const QNumber> indices,
                      std::span<Value> arguments) {
   if (!fits_count(op, arguments.size())) {

@@ -3,11 +3,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
 
 #include "brum/numbers/qnumber.h"
+#include "brum/readers/logic_name.h"
 #include "brum/readers/value.h"
 
 namespace brum {
@@ -37,6 +39,18 @@ enum class Operands : std::uint8_t {
   same_width,   // bit-vectors of one width
 };
 
+/// What a logic must have for an operator's name to be the operator's.
+enum class Theory : std::uint8_t {
+  core,  // which every logic has
+  arrays,
+  numbers,  // of one sort at least
+  integers,
+  reals,
+  integers_and_reals,
+  bit_vectors,
+  later,  // which no logic has in the version of SMT-LIB that is read
+};
+
 /// What a `whole` is given.
 struct Application {
   std::span<const QNumber> indices;  // as many as the operator wants
@@ -58,6 +72,7 @@ struct Operator {
   enum class Role : std::uint8_t { plain, minus, division, divisible };
 
   std::string_view name;
+  Theory theory = Theory::core;
   Shape shape = Shape::whole;
   Operands operands = Operands::any;
   Step step = nullptr;
@@ -77,6 +92,10 @@ const std::vector<Operator>& smtlib2_operators();
 std::span<const Operator> core_operators();
 std::span<const Operator> arithmetic_operators();
 std::span<const Operator> bit_vector_operators();
+
+/// Whether a text of this logic may give the operator's name a meaning of its own, as the logic
+/// lacks its theory. No logic stands for one whose name does not say what it allows.
+bool may_be_declared(const Operator& op, const std::optional<LogicFeatures>& logic);
 
 /// Gives what `op` makes of `arguments`, which may be overwritten. Checks number and sorts of the
 /// arguments. Throws TermManager::error `found …, expected …`.

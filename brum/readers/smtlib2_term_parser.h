@@ -77,7 +77,8 @@ class SmtLib2TermParser : private TermStack {
   void end_let_binding(Frame& frame);
   void cover_variables(Frame& frame);
   void read_attributes();
-  void name_term(Name& name, TextPosition position, Value value, SideConditions::Node conditions);
+  std::string_view name_term(Name& name, TextPosition position, Value value,
+                             SideConditions::Node conditions);
 
   TermContext c_;
   LargeList<LetBinding> bindings_;

@@ -70,11 +70,13 @@ void SmtLib2TermParser::read_attributes() {
     if (keyword == "named") {
       Name& name = read_name("a name");
       text = c_.lexer.token().raw;
-      name_term(name, c_.lexer.token().position, value, conditions);
+      const std::string_view told = name_term(name, c_.lexer.token().position, value, conditions);
       if (frames_.empty() && name_of_whole_ != nullptr) {
-        *name_of_whole_ = name.text;
+        *name_of_whole_ = told;
         continue;
       }
+      if (told != name.text)
+        text = told;
     } else if (has_value) {
       text = read_s_expression(c_.lexer);
     }
@@ -85,8 +87,9 @@ void SmtLib2TermParser::read_attributes() {
 }
 
 /// Lets a name stand for a term, and keeps the manager's symbols, hence labels, apart from it.
-void SmtLib2TermParser::name_term(Name& name, TextPosition position, Value value,
-                                  SideConditions::Node conditions) {
+/// Gives the name to tell of: where it is an operator's, which what is written may need, another.
+std::string_view SmtLib2TermParser::name_term(Name& name, TextPosition position, Value value,
+                                              SideConditions::Node conditions) {
   if (c_.builder.partial_operators().deferring()) {
     c_.lexer.error(position, "found :named in a definition with parameters, expected no name");
   }
@@ -96,10 +99,13 @@ void SmtLib2TermParser::name_term(Name& name, TextPosition position, Value value
   } catch (const Exception& error) {
     c_.lexer.error(position, error.what());
   }
+  if (name.theory_operator != nullptr)
+    return c_.scopes.renamed_symbol(name, sort)->name_view();
   TermManager& manager = c_.builder.manager();
   if (manager.get_signature()->get_symbol(name.text) == nullptr) {
     manager.declare(std::string(name.text), sort);
   }
+  return name.text;
 }
 
 }  // namespace brum
