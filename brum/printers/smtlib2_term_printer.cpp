@@ -153,10 +153,10 @@ void SmtLib2TermPrinter::forget_definitions() {
     trace_definitions.clear(false);
     return;
   }
-  TermIndex<std::uint8_t> visited;
+  TermIndex<bool> visited;
   TermOrder handled;
   const auto enter = [&](const Term* term) {
-    return std::exchange(visited[term], std::uint8_t{1}) == 0;
+    return !std::exchange(visited[term], true);
   };
   TermWalk().run(last_traced_, enter, [&](const Term* term) { handled.push_back(term); });
   trace_definitions.clear_keys(handled);

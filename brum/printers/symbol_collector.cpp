@@ -23,10 +23,10 @@ void SymbolCollector::end_terms(const Term* last) {
   if (!symbols_.is_full()) {
     return;
   }
-  TermIndex<std::uint8_t> visited;
+  TermIndex<bool> visited;
   const Term* last_visited = last;
   const auto enter = [&](const Term* term) {
-    const bool is_new = std::exchange(visited[term], std::uint8_t{1}) == 0;
+    const bool is_new = !std::exchange(visited[term], true);
     last_visited = is_new ? term : last_visited;
     return is_new;
   };

@@ -331,11 +331,30 @@ TEST(ApiTrace, BucketsStayForTheNextAssertion) {
     EXPECT_EQ(content(printer.trace_definitions).size(), 2U);
     EXPECT_EQ(printer.trace_definitions.bucket_count(), buckets);
   }
+  // Subterms that are shared again and again are looked for once.
+  const Term* shared = p;
+  for (int i = 0; i < 60; ++i) {
+    shared = mgr.make_and(shared, shared);
+  }
+  trace(printer, shared);
+  EXPECT_EQ(content(printer.trace_definitions).size(), 61U);
+  trace(printer, p);
+  EXPECT_EQ(content(printer.trace_definitions).size(), 1U);
   // What a subclass has put there goes too.
   printer.trace_definitions[mgr.make_true()] = "old";
   EXPECT_EQ(trace(printer, p), "(assert p)\n");
   EXPECT_EQ(content(printer.trace_definitions).size(), 1U);
   EXPECT_EQ(printer.trace_definitions.bucket_count(), buckets);
+}
+
+TEST(ApiTrace, TheFirstAssertionEmptiesTheMapToo) {
+  TermManager mgr;
+  OpenPrinter2 printer(&mgr, "", "", false, nullptr);
+  printer.trace_definitions.rehash(1'000);
+  printer.trace_definitions[mgr.make_true()] = "old";
+  EXPECT_EQ(trace(printer, make_bool(mgr, "p")), "(assert p)\n");
+  EXPECT_EQ(content(printer.trace_definitions).size(), 1U);
+  EXPECT_EQ(printer.trace_definitions.bucket_count(), 1'291U);
 }
 
 TEST(ApiTrace, SmallAssertionsDoNotPayForALargeOneBeforeThem) {

@@ -211,6 +211,21 @@ TEST(PrintTerms, DeclarationsStandAsIfEachTermWereWalkedOverByItself) {
   EXPECT_TRUE(differs) << "no set was full at the end of a walk";
 }
 
+// The last term is walked over once more, each subterm once.
+TEST(PrintTerms, AFullSetOfSymbolsCostsNoMoreForSharedSubterms) {
+  TermManager mgr;
+  const Term* shared = make_bool(mgr, "p0");
+  for (int i = 1; i < 21; ++i) {
+    shared = mgr.make_and(shared, make_bool(mgr, "p" + std::to_string(i)));
+  }
+  for (int i = 0; i < 60; ++i) {
+    shared = mgr.make_and(shared, shared);
+  }
+  const std::vector<const Term*> list = {shared, shared};  // 22 symbols, `and` included
+  EXPECT_TRUE(script_with_define_fun(mgr, list).starts_with(
+      source + declarations_term_by_term(mgr, list) + "(define-fun"));
+}
+
 TEST(PrintTerms, ALongTextIsDefinedBeforeItIsCopied) {
   // k negations around a name of n letters have 6 k + n bytes: 4096 for 682 and 4.
   TermManager mgr;

@@ -147,9 +147,13 @@ TEST_P(Destruction, ReachesNodesThatWereExpectedTwice) {
 }
 
 TEST_P(Destruction, LeavesNodesAloneThatAreNotLinked) {
-  Map map;
-  map.new_Bucket({});
-  add_keys(map, 100);
+  const Placed* alone = nullptr;
+  {
+    Map map;
+    alone = &map.new_Bucket({})->value.second;
+    add_keys(map, 100);
+  }
+  EXPECT_EQ(Placed::objects, (std::set<const Placed*>{alone}));
   leave(1);
 }
 

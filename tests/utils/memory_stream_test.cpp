@@ -77,16 +77,27 @@ TEST(MemoryStream, TellsWhereItStands) {
   out.seekp(-1, std::ios_base::end);
   EXPECT_TRUE(out.fail());
   EXPECT_EQ(out.text(), "de");
+  EXPECT_EQ(out.rdbuf()->pubseekoff(0, std::ios_base::cur, std::ios_base::in), std::streampos(-1));
+  EXPECT_EQ(out.rdbuf()->pubseekoff(0, std::ios_base::end, std::ios_base::out), std::streampos(2));
 }
 
 TEST(MemoryStream, WritesNumbersAsANewStreamOnceCleared) {
+  const auto expect_cleared = [](MemoryStream& out) {
+    out.clear_text();
+    out << "" << 255 << ' ' << 1.0 / 3 << ' ' << 2.0;
+    EXPECT_EQ(out.text(), "255 0.333333 2");
+  };
   MemoryStream out;
-  out << std::hex << std::showbase << std::setprecision(2) << 255 << ' ' << 2.125;
-  EXPECT_EQ(out.text(), "0xff 2.1");
-  out.width(9);
-  out.clear_text();
-  out << 255 << ' ' << 2.125;
-  EXPECT_EQ(out.text(), "255 2.125");
+  out << std::hex << std::showbase << 255;
+  EXPECT_EQ(out.text(), "0xff");
+  expect_cleared(out);
+  out << std::setprecision(2);
+  expect_cleared(out);
+  out << std::setw(9);
+  expect_cleared(out);
+  out << std::hex << std::setprecision(2) << std::setw(9);
+  expect_cleared(out);
+  expect_cleared(out);
 }
 
 // From the heap to the system's own pages and on, by pieces of every size.
