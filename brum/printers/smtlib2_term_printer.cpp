@@ -155,9 +155,7 @@ void SmtLib2TermPrinter::forget_definitions() {
   }
   TermIndex<bool> visited;
   TermOrder handled;
-  const auto enter = [&](const Term* term) {
-    return !std::exchange(visited[term], true);
-  };
+  const auto enter = [&](const Term* term) { return !std::exchange(visited[term], true); };
   TermWalk().run(last_traced_, enter, [&](const Term* term) { handled.push_back(term); });
   trace_definitions.clear_keys(handled);
 }
