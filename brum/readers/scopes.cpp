@@ -173,6 +173,10 @@ void Scopes::declare_sort(Name& name, const DataType* sort) {
   bind_sort(name, {.kind = SortBinding::Kind::sort, .sort = sort});
 }
 
+void Scopes::declare_sort_family(Name& name, std::size_t num_parameters) {
+  bind_sort(name, {.kind = SortBinding::Kind::family, .num_parameters = num_parameters});
+}
+
 void Scopes::define_sort(Name& name, std::size_t num_parameters, const DataType* body) {
   if (num_parameters == 0) {
     declare_sort(name, body);

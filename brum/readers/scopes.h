@@ -24,10 +24,11 @@ struct SortDefinition {
 
 /// What a name stands for among sorts.
 struct SortBinding {
-  enum class Kind : std::uint8_t { none, sort, definition, array, bit_vector, refused };
+  enum class Kind : std::uint8_t { none, sort, family, definition, array, bit_vector, refused };
 
   Kind kind = Kind::none;
   const DataType* sort = nullptr;
+  std::size_t num_parameters = 0;  // of a family: declared sorts, one for each list of parameters
   const SortDefinition* definition = nullptr;
   const char* reason = nullptr;  // of a sort that cannot be held: what it belongs to
 };
@@ -72,6 +73,7 @@ class Scopes {
 
   SortBinding find_sort(const Name& name) const;
   void declare_sort(Name& name, const DataType* sort);
+  void declare_sort_family(Name& name, std::size_t num_parameters);
   void define_sort(Name& name, std::size_t num_parameters, const DataType* body);
 
   /// Lets names stand for sorts within a definition; uncover_sorts() takes back the last `count`.

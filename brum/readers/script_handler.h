@@ -71,7 +71,7 @@ class BRUM_EXPORT ScriptHandler {
   virtual void on_info(const std::string& /*keyword*/, const std::string& /*value*/) {}
   virtual void on_option(const std::string& /*keyword*/, const std::string& /*value*/) {}
 
-  /// `declare-sort`.
+  /// `declare-sort` without parameters.
   virtual void on_sort(const std::string& /*name*/, const DataType* /*sort*/) {}
 
   /// A declaration of a constant or function. `symbol` has another name than the one written where

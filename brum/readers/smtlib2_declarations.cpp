@@ -40,8 +40,13 @@ void SmtLib2CommandParser::declare_sort() {
   Name& name = read_new_name();
   expect(TokenKind::numeral, "the number of a sort's parameters");
   if (lexer_.token().text != "0") {
-    lexer_.error(command_position_, "found declare-sort with " + std::string(lexer_.token().text) +
-                                        " (parametric sorts), expected 0 parameters");
+    constexpr std::size_t most = 1000000;
+    const std::optional<std::uint64_t> count =
+        QNumber::from_string(lexer_.token().text).to_uint64();
+    if (!count || *count > most)
+      lexer_.error_expected("at most 1000000 parameters");
+    scopes_.declare_sort_family(name, static_cast<std::size_t>(*count));
+    return;
   }
   const std::string text(name.text);
   const DataType* sort = nullptr;

@@ -57,6 +57,7 @@ SortBinding SmtLib2SortParser::find(const Token& token) const {
       lexer_.error(token.position, "found the sort " + std::string(token.raw) + " (" +
                                        binding.reason + "), expected a sort that can be held");
     case SortBinding::Kind::sort:
+    case SortBinding::Kind::family:
     case SortBinding::Kind::definition:
     case SortBinding::Kind::array:
     case SortBinding::Kind::bit_vector:
@@ -85,7 +86,7 @@ const DataType* SmtLib2SortParser::open(TextPosition position) {
   if (binding.kind == SortBinding::Kind::bit_vector) {
     lexer_.error_expected("(_ BitVec width)");
   }
-  frames_.push_back({binding, arguments_.size(), position});
+  frames_.push_back({binding, &names_.get(head.text), arguments_.size(), position});
   return nullptr;
 }
 
@@ -120,6 +121,8 @@ const DataType* SmtLib2SortParser::close(const Frame& frame) {
     wanted = 2;
   } else if (frame.head.kind == SortBinding::Kind::definition) {
     wanted = frame.head.definition->num_parameters;
+  } else if (frame.head.kind == SortBinding::Kind::family) {
+    wanted = frame.head.num_parameters;
   }
   if (wanted == 0)
     lexer_.error(frame.position,
@@ -131,7 +134,59 @@ const DataType* SmtLib2SortParser::close(const Frame& frame) {
   if (frame.head.kind == SortBinding::Kind::array) {
     return manager_.make_array_type(arguments[0], arguments[1]);
   }
+  if (frame.head.kind == SortBinding::Kind::family) {
+    return sort_of({frame.name, {arguments.begin(), arguments.end()}});
+  }
   return expand(*frame.head.definition, arguments);
+}
+
+// Sorts that were declared with parameters.
+
+std::uint64_t SmtLib2SortParser::HashMember::operator()(const Member& member) const {
+  std::uint64_t hash = hsh::hash<const Name*>()(member.family);
+  for (const DataType* parameter : member.parameters) {
+    hash = hsh::mix(hash ^ hsh::hash<const DataType*>()(parameter), hsh::first_mixer);
+  }
+  return hash;
+}
+
+const DataType* SmtLib2SortParser::sort_of(const Member& member) {
+  const DataType*& sort = sorts_of_members_[member];
+  if (sort == nullptr) {
+    // For messages; a sort may be made of others again and again.
+    constexpr std::size_t most_bytes = 100;
+    std::string text = "(" + std::string(member.family->text);
+    for (const DataType* parameter : member.parameters) {
+      const std::string part = parameter->to_short_str();
+      text += text.size() + part.size() < most_bytes ? ' ' + part : " ...";
+    }
+    // No sort of the input has a bar in its name. The number tells apart what is cut.
+    text += ")|" + std::to_string(sorts_of_members_.size());
+    sort = manager_.make_uninterpreted_type(text);
+    members_[sort] = member;
+  }
+  return sort;
+}
+
+/// The sorts of which an array sort or an application of a declared one is made.
+std::vector<const DataType*> SmtLib2SortParser::parts_of(const DataType* sort) const {
+  if (sort->kind() == DataType::Kind::array) {
+    return {sort->get_component(0), sort->get_component(1)};
+  }
+  const auto member = members_.find(sort);
+  return member == members_.end() ? std::vector<const DataType*>() : member->second.parameters;
+}
+
+/// The same sort made of other parts.
+const DataType* SmtLib2SortParser::with_parts(const DataType* sort,
+                                              const std::vector<const DataType*>& parts) {
+  if (parts.empty()) {
+    return sort;
+  }
+  if (sort->kind() == DataType::Kind::array) {
+    return manager_.make_array_type(parts[0], parts[1]);
+  }
+  return sort_of({members_.find(sort)->second.family, parts});
 }
 
 /// Gives the body with the arguments in the places of the parameters; each sort in it once.
@@ -152,18 +207,16 @@ const DataType* SmtLib2SortParser::expand(const SortDefinition& definition,
       pending.pop_back();
       continue;
     }
-    if (sort->kind() != DataType::Kind::array) {
-      expanded[sort] = sort;
-      continue;
+    std::vector<const DataType*> parts = parts_of(sort);
+    for (const DataType*& part : parts) {
+      const auto known = expanded.find(part);
+      if (known == expanded.end())
+        pending.push_back(part);
+      else
+        part = known->second;
     }
-    const auto index = expanded.find(sort->get_component(0));
-    const auto element = expanded.find(sort->get_component(1));
-    if (index == expanded.end())
-      pending.push_back(sort->get_component(0));
-    if (element == expanded.end())
-      pending.push_back(sort->get_component(1));
     if (pending.back() == sort) {
-      expanded[sort] = manager_.make_array_type(index->second, element->second);
+      expanded[sort] = with_parts(sort, parts);
     }
   }
   return expanded[definition.body];

@@ -2,6 +2,7 @@
 #define BRUM_READERS_SMTLIB2_SORT_PARSER_H
 
 #include <cstddef>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -15,6 +16,9 @@ namespace brum {
 
 /// Reads sorts: `Int`, `(_ BitVec 8)`, `(Array Int Real)`, and those of the input. Keeps a stack of
 /// its own, so that the depth of a sort costs no call stack.
+///
+/// Of a sort that was declared with parameters each application is an uninterpreted sort of its
+/// own.
 class SmtLib2SortParser {
  public:
   SmtLib2SortParser(SmtLib2Lexer& lexer, NameTable& names, Scopes& scopes, TermManager& manager)
@@ -30,6 +34,7 @@ class SmtLib2SortParser {
  private:
   struct Frame {
     SortBinding head;
+    const Name* name;            // of the head
     std::size_t first_argument;  // in arguments_
     TextPosition position;
   };
@@ -40,6 +45,20 @@ class SmtLib2SortParser {
   const DataType* close(const Frame& frame);
   const DataType* expand(const SortDefinition& definition,
                          std::span<const DataType* const> arguments);
+
+  /// An application of a declared sort.
+  struct Member {
+    const Name* family = nullptr;
+    std::vector<const DataType*> parameters;
+    bool operator==(const Member&) const = default;
+  };
+  struct HashMember {
+    std::uint64_t operator()(const Member& member) const;
+  };
+
+  const DataType* sort_of(const Member& member);
+  const DataType* with_parts(const DataType* sort, const std::vector<const DataType*>& parts);
+  std::vector<const DataType*> parts_of(const DataType* sort) const;
   SortBinding find(const Token& token) const;
 
   SmtLib2Lexer& lexer_;
@@ -48,6 +67,8 @@ class SmtLib2SortParser {
   TermManager& manager_;
   std::vector<Frame> frames_;
   std::vector<const DataType*> arguments_;
+  hsh::HashMap<Member, const DataType*, HashMember> sorts_of_members_;
+  hsh::HashMap<const DataType*, Member> members_;  // the other way round
 };
 
 }  // namespace brum

@@ -36,8 +36,6 @@ TEST(ReaderErrors, WhatCannotBeHeldIsNamed) {
       {"(define-funs-rec () ())",
        "1:1: error: found define-funs-rec (recursive definitions), expected a command that can be "
        "held"},
-      {"(declare-sort P 2)",
-       "1:1: error: found declare-sort with 2 (parametric sorts), expected 0 parameters"},
       {"(declare-const x String)",
        "1:18: error: found the sort String (strings), expected a sort that can be held"},
       {"(declare-const x Float32)",

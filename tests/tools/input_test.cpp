@@ -143,7 +143,6 @@ TEST(Input, WhatCannotBeHeldIsNamed) {
       {"(declare-fun x () String)", "strings"},
       {"(declare-fun x () (_ FloatingPoint 8 24))", "floating point"},
       {"(define-fun-rec f ((x Int)) Int x)", "recursive definitions"},
-      {"(declare-sort Pair 2)", "parametric sorts"},
   };
   for (const auto& [text, construct] : rows) {
     const Outcome outcome = brumlin({}, text);
