@@ -18,9 +18,10 @@ inline const std::string* SmtLibTermPrinter::kept_name(const Symbol* symbol) {
   if (symbol->arity == 0) {
     return look_up_name(symbol);
   }
-  if (symbol_names.size() != num_names_seen_) {
+  const std::uint64_t version = symbol_names.version() + tag_names.version();
+  if (version != version_of_recent_) {
     recent_names_.fill({});
-    num_names_seen_ = symbol_names.size();
+    version_of_recent_ = version;
   }
   RecentName& recent = recent_names_[reinterpret_cast<std::uintptr_t>(symbol) / sizeof(Symbol) %
                                      recent_names_.size()];
@@ -49,7 +50,7 @@ const std::string* SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
   const auto keep = [&](std::string text) {
     symbol_names.make_room();  // so that the known ones stay when memory ends
     const std::string& kept = symbol_names.insert_absent(symbol, std::move(text))->second;
-    ++num_names_seen_;
+    ++version_of_recent_;
     return &kept;
   };
   if (!TermManager::is_interpreted(symbol)) {

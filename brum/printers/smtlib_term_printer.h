@@ -161,8 +161,7 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   };
 
   std::array<RecentName, 16> recent_names_;  // by address, so that most names need no look-up
-  std::size_t num_names_seen_ =
-      0;                           // in symbol_names; when these are others, recent ones may be old
+  std::uint64_t version_of_recent_ = 0;      // of symbol_names and tag_names together
   bool type_names_stale_ = false;  // a sort was renamed: texts of sorts made of it may be old
   std::string quoted_name_;        // the last name from name_of() that nothing else holds
 };

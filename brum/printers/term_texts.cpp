@@ -114,9 +114,10 @@ inline TermTexts::Texts& TermTexts::texts_for(std::size_t arity) {
 }
 
 // The hook wants the texts of the arguments side by side. One that only this term refers to is lent
-// instead of being copied. Those were handled from left to right, so from the right each is the
-// last of the pending ones. All other arguments are in the map: several places may refer to them.
-// `first_lent` is where the lent ones begin, `levels` becomes the most of any of them.
+// instead of being copied, unless it is the map's. Those were handled from left to right, so from
+// the right each is the last of the pending ones. All other arguments are in the map: several
+// places may refer to them. `first_lent` is where the lent ones begin, `levels` becomes the most of
+// any of them.
 inline void TermTexts::borrow_texts(const Term* term, Texts& children, std::size_t& first_lent,
                                     std::uint32_t& levels) {
   for (std::size_t i = term->symbol->arity; i-- > 0;) {
@@ -126,25 +127,21 @@ inline void TermTexts::borrow_texts(const Term* term, Texts& children, std::size
       continue;
     }
     Pending& lent = pending_[--first_lent];
-    lent.place = static_cast<std::uint32_t>(i);
     levels = std::max(levels, lent.levels);
     if (lent.text_in_map == nullptr) {
       children[i].swap(lent.own_text);
     } else {
-      // Through a third string, so that the map's own does not inherit memory.
-      children[i] = std::string(std::move(*lent.text_in_map));
+      children[i] = *lent.text_in_map;  // a hook may look into the map
     }
   }
 }
 
-/// Ends that the terms from `first_lent` on are pending, and gives the map its texts back. What is
-/// pending next takes the place of the first; the others may not be needed again for long.
-inline void TermTexts::end_loan(std::size_t first_lent, Texts& children) noexcept {
+/// Ends that the terms from `first_lent` on are pending. What is pending next takes the place of
+/// the first; the others may not be needed again for long.
+inline void TermTexts::end_loan(std::size_t first_lent) noexcept {
   for (std::size_t i = first_lent; i < num_pending_; ++i) {
     Pending& lent = pending_[i];
-    if (lent.text_in_map != nullptr) {
-      *lent.text_in_map = std::move(children[lent.place]);
-    } else if (i != first_lent && lent.own_text.capacity() > most_spare_bytes) {
+    if (i != first_lent && lent.own_text.capacity() > most_spare_bytes) {
       free_memory_of(lent.own_text);
     }
   }
@@ -229,7 +226,7 @@ inline void TermTexts::handle(const Term* term) {
   std::uint32_t levels = 0;
   {
     Texts& children = texts_for(term->symbol->arity);
-    const ScopeExit end([&] { end_loan(first_lent, children); });
+    const ScopeExit end([&] { end_loan(first_lent); });
     borrow_texts(term, children, first_lent, levels);
     ++levels;
     is_defined = !is_leaf && (is_shared || (term != root_ && rule_.exceeds_levels(levels)));

@@ -61,7 +61,6 @@ class TermTexts {
     std::string* text_in_map = nullptr;  // null with Entries::shared
     std::string own_text;                // instead of it
     std::uint32_t levels = 0;            // of nested compound terms written inline in it
-    std::uint32_t place = 0;  // the argument position that refers to it, while that is written
   };
 
   bool is_entered(const Term* term) const;
@@ -81,7 +80,7 @@ class TermTexts {
   Texts& texts_for(std::size_t arity);
   void borrow_texts(const Term* term, Texts& children, std::size_t& first_lent,
                     std::uint32_t& levels);
-  void end_loan(std::size_t first_lent, Texts& children) noexcept;
+  void end_loan(std::size_t first_lent) noexcept;
 
   TermPrinter& printer_;
   std::ostream& out_;

@@ -40,11 +40,11 @@ void SmtLib2CommandParser::declare_sort() {
   Name& name = read_new_name();
   expect(TokenKind::numeral, "the number of a sort's parameters");
   if (lexer_.token().text != "0") {
-    constexpr std::size_t most = 1000000;
+    constexpr std::size_t most = 64;  // each application holds all of them
     const std::optional<std::uint64_t> count =
         QNumber::from_string(lexer_.token().text).to_uint64();
     if (!count || *count > most)
-      lexer_.error_expected("at most 1000000 parameters");
+      lexer_.error_expected("at most 64 parameters");
     scopes_.declare_sort_family(name, static_cast<std::size_t>(*count));
     return;
   }

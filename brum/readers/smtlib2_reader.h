@@ -16,7 +16,7 @@ namespace brum {
 ///
 /// It holds one buffer of the text, the names and what the manager holds; nothing recurses on the
 /// depth of the text, and time is linear in text and terms. Quantifiers, floating point, strings,
-/// datatypes, recursive definitions and sorts with parameters cannot be held and are refused.
+/// datatypes and recursive definitions cannot be held and are refused.
 /// What the store has no operator for is rewritten into what means the same. Terms that a version 2
 /// printer wrote come back as the very same terms, except that
 /// - an integral numeral of sort Real is an Int where the logic is not purely real,

@@ -142,29 +142,21 @@ const DataType* SmtLib2SortParser::close(const Frame& frame) {
 
 // Sorts that were declared with parameters.
 
-std::uint64_t SmtLib2SortParser::HashMember::operator()(const Member& member) const {
-  std::uint64_t hash = hsh::hash<const Name*>()(member.family);
-  for (const DataType* parameter : member.parameters) {
-    hash = hsh::mix(hash ^ hsh::hash<const DataType*>()(parameter), hsh::first_mixer);
-  }
-  return hash;
-}
-
+/// The manager knows uninterpreted sorts by their names, also from other texts, so the name of such
+/// a sort says exactly what it is: the family, and where each parameter lies. What stands before
+/// the first bar is for messages, and cut, as a sort may be made of others again and again. No sort
+/// of the input has a bar in its name.
 const DataType* SmtLib2SortParser::sort_of(const Member& member) {
-  const DataType*& sort = sorts_of_members_[member];
-  if (sort == nullptr) {
-    // For messages; a sort may be made of others again and again.
-    constexpr std::size_t most_bytes = 100;
-    std::string text = "(" + std::string(member.family->text);
-    for (const DataType* parameter : member.parameters) {
-      const std::string part = parameter->to_short_str();
-      text += text.size() + part.size() < most_bytes ? ' ' + part : " ...";
-    }
-    // No sort of the input has a bar in its name. The number tells apart what is cut.
-    text += ")|" + std::to_string(sorts_of_members_.size());
-    sort = manager_.make_uninterpreted_type(text);
-    members_[sort] = member;
+  constexpr std::size_t most_bytes = 100;
+  std::string text = "(" + std::string(member.family->text);
+  std::string identity = "|" + std::string(member.family->text);
+  for (const DataType* parameter : member.parameters) {
+    const std::string part = parameter->to_short_str();
+    text += text.size() + part.size() < most_bytes ? ' ' + part : " ...";
+    identity += '|' + std::to_string(reinterpret_cast<std::uintptr_t>(parameter));
   }
+  const DataType* sort = manager_.make_uninterpreted_type(text + ')' + identity);
+  members_[sort] = member;
   return sort;
 }
 

@@ -2,7 +2,6 @@
 #define BRUM_READERS_SMTLIB2_SORT_PARSER_H
 
 #include <cstddef>
-#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -50,10 +49,6 @@ class SmtLib2SortParser {
   struct Member {
     const Name* family = nullptr;
     std::vector<const DataType*> parameters;
-    bool operator==(const Member&) const = default;
-  };
-  struct HashMember {
-    std::uint64_t operator()(const Member& member) const;
   };
 
   const DataType* sort_of(const Member& member);
@@ -67,8 +62,7 @@ class SmtLib2SortParser {
   TermManager& manager_;
   std::vector<Frame> frames_;
   std::vector<const DataType*> arguments_;
-  hsh::HashMap<Member, const DataType*, HashMember> sorts_of_members_;
-  hsh::HashMap<const DataType*, Member> members_;  // the other way round
+  hsh::HashMap<const DataType*, Member> members_;
 };
 
 }  // namespace brum

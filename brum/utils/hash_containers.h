@@ -288,6 +288,9 @@ class Hashtable {
     num_values = 0;
   }
 
+  /** Grows with every value that is added or destroyed: while it is the same, so are the nodes. */
+  std::uint64_t version() const noexcept { return num_values + 2 * num_destroyed; }
+
   /** The pool of the nodes, for measuring memory. */
   const MemoryPool<sizeof(Bucket), false>& node_pool() const noexcept { return pool; }
 
@@ -393,6 +396,7 @@ class Hashtable {
   [[no_unique_address]] Eq equal;
   Heads buckets;
   std::uint64_t num_values = 0;
+  std::uint64_t num_destroyed = 0;
   BucketCount counts;         // of `buckets`
   bool nodes_in_row = false;  // the first chunk's are taken in the order of their places
 };
@@ -599,6 +603,7 @@ template <typename Value, typename GetKey, typename Key, typename Hash, typename
 void Hashtable<Value, GetKey, Key, Hash, Eq>::clear(bool reset_buckets) {
   if (num_values != 0) {
     drop_chains(buckets);
+    num_destroyed += num_values;
     num_values = 0;
   }
   if (reset_buckets) {
@@ -616,7 +621,9 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::clear_keys(const Keys& keys) {
   std::sort(indices.begin(), indices.end());  // as the nodes come back in the order of buckets
   nodes_in_row = false;
   for (const std::size_t index : indices) {
-    num_values -= drop_chain(buckets[index]);
+    const std::size_t count = drop_chain(buckets[index]);
+    num_values -= count;
+    num_destroyed += count;
   }
   clear(false);
 }

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "brum/printers/smtlib_term_printer.h"
 #include "tests/printers/open_printers.h"
@@ -84,6 +86,18 @@ TEST(SmtLibSymbols, TheMapsAreAskedFirst) {
     printer.symbol_names[f] = "my_f";
     EXPECT_EQ(printer.to_smtlib(f), "my_f");
     EXPECT_EQ(printer.to_smtlib(plus), "ADD");
+    // As many names as before, in other nodes.
+    std::vector<std::pair<const Symbol*, std::string>> names;
+    for (const auto& [symbol, name] : printer.symbol_names) {
+      names.emplace_back(symbol, name);
+    }
+    printer.symbol_names.clear(false);
+    for (const auto& [symbol, name] : names) {
+      printer.symbol_names[symbol] = name;
+    }
+    EXPECT_EQ(printer.to_smtlib(f), "my_f");
+    EXPECT_EQ(printer.to_smtlib(plus), "ADD");
+    EXPECT_EQ(printer.to_smtlib(extension), longer);
     printer.symbol_names.clear(false);
     EXPECT_EQ(printer.to_smtlib(f), "f");
     EXPECT_EQ(printer.to_smtlib(extension),

@@ -369,6 +369,44 @@ TEST(TermPrinter, ATermThatAHookPrintsIsHandledOnce) {
   }
 }
 
+/// Prints another term into the same map while it spells one.
+class PeekingPrinter : public RecordingPrinter {
+ public:
+  using RecordingPrinter::RecordingPrinter;
+  const Term* at = nullptr;
+  const Term* other = nullptr;
+  DefinitionMap* defs = nullptr;
+  std::string text_of_other;
+
+  void print_term_and_children(std::ostream& out, const Term* term,
+                               const std::vector<std::string>& children) override {
+    if (term == at) {
+      std::ostringstream definitions;
+      text_of_other = do_print_term(definitions, other, *defs);
+    }
+    RecordingPrinter::print_term_and_children(out, term, children);
+  }
+};
+
+TEST(TermPrinter, TheMapHoldsTheTextsOfArgumentsWhileAHookHasThem) {
+  TermManager mgr;
+  const Term* p = make_bool(mgr, "p");
+  const Term* q = make_bool(mgr, "q");
+  const Term* both = mgr.make_and(p, q);
+  const Term* not_both = mgr.make_not(both);
+  const Term* formula = mgr.make_iff(not_both, q);
+  PeekingPrinter printer(&mgr);
+  DefinitionMap defs;
+  printer.at = not_both;
+  printer.other = mgr.make_or(both, p);
+  printer.defs = &defs;
+  std::ostringstream out;
+  EXPECT_EQ(printer.do_print_term(out, formula, defs), "iff(not(and(p,q)),q)");
+  EXPECT_EQ(printer.text_of_other, "or(and(p,q),p)");
+  EXPECT_EQ(defs.find(printer.other)->second, "or(and(p,q),p)");
+  EXPECT_EQ(defs.find(both)->second, "and(p,q)");
+}
+
 TEST(TermPrinter, ADocumentAfterAnExceptionIsWhole) {
   TermManager mgr;
   const Term* p = make_bool(mgr, "p");

@@ -121,12 +121,31 @@ TEST(SortFamilies, WantTheirParameters) {
   EXPECT_EQ(
       error_of(declaration + "(declare-sort Pair 1)"),
       "input:2:1: error: found the sort Pair, which is declared already, expected a new name");
-  EXPECT_EQ(error_of("(declare-sort Pair 1000001)"),
-            "input:1:20: error: found the numeral 1000001, expected at most 1000000 parameters");
-  EXPECT_EQ(error_of("(declare-sort Pair 1000000)"), "no error");
+  EXPECT_EQ(error_of("(declare-sort Pair 65)"),
+            "input:1:20: error: found the numeral 65, expected at most 64 parameters");
+  EXPECT_EQ(error_of("(declare-sort Pair 64)"), "no error");
   EXPECT_EQ(error_of("(declare-sort Pair 99999999999999999999)"),
-            "input:1:20: error: found the numeral 99999999999999999999, expected at most 1000000 "
+            "input:1:20: error: found the numeral 99999999999999999999, expected at most 64 "
             "parameters");
+}
+
+// A manager may be given one text after another.
+TEST(SortFamilies, AreTheSameInEveryTextExactlyIfTheyAreSpeltTheSame) {
+  TermManager mgr;
+  const std::string letters(120, 'l');
+  const auto sort = [&](const std::string& declarations, const std::string& text) {
+    return sorts_of(mgr, "(declare-sort Box 1)(declare-sort U 2)" + declarations, {text}).at(0);
+  };
+  const std::string a = "A" + letters;
+  const std::string b = "B" + letters;
+  const DataType* box_a = sort("(declare-sort " + a + " 0)", "(Box " + a + ")");
+  EXPECT_NE(sort("(declare-sort " + b + " 0)", "(Box " + b + ")"), box_a);
+  const DataType* box_int = sort("", "(Box Int)");
+  EXPECT_EQ(sorts_of(mgr, "(declare-sort Box 1)", {"(Box Bool)", "(Box Int)"}).at(1), box_int);
+  EXPECT_EQ(sorts_of(mgr, "(declare-sort Box 1)(declare-sort " + a + " 0)", {"(Box " + a + ")"})[0],
+            box_a);
+  EXPECT_NE(sort("", "(U Int Bool)"),
+            sorts_of(mgr, "(declare-sort |U Int| 1)", {"(|U Int| Bool)"}).at(0));
 }
 
 }  // namespace
