@@ -288,7 +288,7 @@ class Hashtable {
     num_values = 0;
   }
 
-  /** Grows with every value that is added or destroyed: while it is the same, so are the nodes. */
+  /** How many values were added or destroyed so far: while it is the same, so are the nodes. */
   std::uint64_t version() const noexcept { return num_values + 2 * num_destroyed; }
 
   /** The pool of the nodes, for measuring memory. */

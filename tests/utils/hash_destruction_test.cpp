@@ -84,6 +84,31 @@ TEST(HashDestruction, FollowsTheBucketsAgainAfterClearingKeys) {
   EXPECT_EQ(Noted::destroyed, (Numbers{6, 7}));
 }
 
+TEST(HashVersion, CountsWhatIsAddedAndDestroyed) {
+  HashMap<int, int> map;
+  EXPECT_EQ(map.version(), 0U);
+  for (const int key : {5, 3, 34}) {
+    map[key] = key;
+  }
+  EXPECT_EQ(map.version(), 3U);
+  map[5] = 6;
+  map.rehash(1000);
+  EXPECT_EQ(map.version(), 3U);
+  map.clear(false);
+  EXPECT_EQ(map.version(), 6U);
+  map.clear(true);
+  EXPECT_EQ(map.version(), 6U);
+  for (const int key : {5, 3, 34, 8}) {
+    map[key] = key;
+  }
+  EXPECT_EQ(map.version(), 10U);
+  map.clear_keys(Numbers{34, 8});  // the others go, too
+  EXPECT_EQ(map.version(), 14U);
+  map[1] = 1;
+  map.clear_keys(Numbers{1});
+  EXPECT_EQ(map.version(), 16U);
+}
+
 /** Notes where its objects are, so that one that is destroyed where none is shows. */
 struct Placed {
   static inline std::set<const Placed*> objects;
