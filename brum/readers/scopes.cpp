@@ -39,7 +39,7 @@ Scopes::Scopes(NameTable& names, TermBuilder& builder) : builder_(builder) {
   predefine("Bool", {.kind = Kind::sort, .sort = manager.get_bool_type()});
   predefine("Int", {.kind = Kind::sort, .sort = manager.get_int_type()});
   predefine("Real", {.kind = Kind::sort, .sort = manager.get_real_type()});
-  predefine("Array", {.kind = Kind::array});
+  predefine("Array", {.kind = Kind::array, .num_parameters = 2});
   predefine("BitVec", {.kind = Kind::bit_vector});
   for (const auto& [name, reason] : refused_sorts) {
     predefine(name, {.kind = Kind::refused, .reason = reason});
@@ -182,10 +182,9 @@ void Scopes::define_sort(Name& name, std::size_t num_parameters, const DataType*
     declare_sort(name, body);
     return;
   }
-  sort_definitions_.push_back(
-      std::make_unique<SortDefinition>(SortDefinition{num_parameters, body}));
-  bind_sort(name,
-            {.kind = SortBinding::Kind::definition, .definition = sort_definitions_.back().get()});
+  bind_sort(
+      name,
+      {.kind = SortBinding::Kind::definition, .sort = body, .num_parameters = num_parameters});
 }
 
 void Scopes::cover_sort(Name& name, const DataType* sort) {
@@ -238,7 +237,6 @@ void Scopes::reset() {
   global_names_.clear();
   global_sorts_.clear();
   definitions_.clear();
-  sort_definitions_.clear();
   global_declarations_ = false;
 }
 

@@ -16,20 +16,21 @@
 
 namespace brum {
 
-/// A sort of the input that has parameters: its body, where each parameter is a sort of its own.
-struct SortDefinition {
-  std::size_t num_parameters = 0;
-  const DataType* body = nullptr;
-};
-
 /// What a name stands for among sorts.
 struct SortBinding {
-  enum class Kind : std::uint8_t { none, sort, family, definition, array, bit_vector, refused };
+  enum class Kind : std::uint8_t {
+    none,
+    sort,
+    family,      // declared with parameters: a sort for each list of these
+    definition,  // with parameters; its body holds sorts that stand for them
+    array,
+    bit_vector,
+    refused,
+  };
 
   Kind kind = Kind::none;
-  const DataType* sort = nullptr;
-  std::size_t num_parameters = 0;  // of a family: declared sorts, one for each list of parameters
-  const SortDefinition* definition = nullptr;
+  const DataType* sort = nullptr;  // of a definition its body
+  std::size_t num_parameters = 0;
   const char* reason = nullptr;  // of a sort that cannot be held: what it belongs to
 };
 
@@ -130,7 +131,6 @@ class Scopes {
   hsh::HashMap<const Name*, SortBinding> sorts_;
   std::vector<Level> levels_;
   std::vector<std::unique_ptr<Definition>> definitions_;
-  std::vector<std::unique_ptr<SortDefinition>> sort_definitions_;
   std::vector<Name*> names_of_term_;       // bound by define_within_term()
   std::vector<Name*> global_names_;        // to be forgotten at reset()
   std::vector<const Name*> global_sorts_;  // likewise

@@ -71,6 +71,7 @@ class BRUM_EXPORT Script : public ScriptHandler {
  private:
   Query in_force_before(std::size_t end) const;
 
+  /// Gives a copy whose text and lists are in the arena, as it is itself.
   const Question* keep(const Question& question);
 
   Arena arena_;  // what the commands refer to

@@ -116,14 +116,7 @@ const DataType* SmtLib2SortParser::indexed() {
 const DataType* SmtLib2SortParser::close(const Frame& frame) {
   const std::span<const DataType* const> arguments(arguments_.data() + frame.first_argument,
                                                    arguments_.size() - frame.first_argument);
-  std::size_t wanted = 0;
-  if (frame.head.kind == SortBinding::Kind::array) {
-    wanted = 2;
-  } else if (frame.head.kind == SortBinding::Kind::definition) {
-    wanted = frame.head.definition->num_parameters;
-  } else if (frame.head.kind == SortBinding::Kind::family) {
-    wanted = frame.head.num_parameters;
-  }
+  const std::size_t wanted = frame.head.num_parameters;
   if (wanted == 0)
     lexer_.error(frame.position,
                  "found a sort without parameters in brackets, expected its name alone");
@@ -137,7 +130,7 @@ const DataType* SmtLib2SortParser::close(const Frame& frame) {
   if (frame.head.kind == SortBinding::Kind::family) {
     return sort_of({frame.name, {arguments.begin(), arguments.end()}});
   }
-  return expand(*frame.head.definition, arguments);
+  return expand(frame.head.sort, arguments);
 }
 
 // Sorts that were declared with parameters.
@@ -182,7 +175,7 @@ const DataType* SmtLib2SortParser::with_parts(const DataType* sort,
 }
 
 /// Gives the body with the arguments in the places of the parameters; each sort in it once.
-const DataType* SmtLib2SortParser::expand(const SortDefinition& definition,
+const DataType* SmtLib2SortParser::expand(const DataType* body,
                                           std::span<const DataType* const> arguments) {
   hsh::HashMap<const DataType*, const DataType*> expanded;
   bool is_same = true;
@@ -191,8 +184,8 @@ const DataType* SmtLib2SortParser::expand(const SortDefinition& definition,
     is_same = is_same && arguments[i] == parameter(i);
   }
   if (is_same)
-    return definition.body;
-  std::vector<const DataType*> pending{definition.body};
+    return body;
+  std::vector<const DataType*> pending{body};
   while (!pending.empty()) {
     const DataType* sort = pending.back();
     if (expanded.find(sort) != expanded.end()) {
@@ -211,7 +204,7 @@ const DataType* SmtLib2SortParser::expand(const SortDefinition& definition,
       expanded[sort] = with_parts(sort, parts);
     }
   }
-  return expanded[definition.body];
+  return expanded[body];
 }
 
 }  // namespace brum

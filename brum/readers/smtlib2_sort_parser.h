@@ -42,8 +42,7 @@ class SmtLib2SortParser {
   const DataType* indexed();
   const DataType* constant(const Token& token);
   const DataType* close(const Frame& frame);
-  const DataType* expand(const SortDefinition& definition,
-                         std::span<const DataType* const> arguments);
+  const DataType* expand(const DataType* body, std::span<const DataType* const> arguments);
 
   /// An application of a declared sort.
   struct Member {
