@@ -395,7 +395,7 @@ class FailingPrinter : public OpenPrinter2 {
   }
 };
 
-TEST(ApiTrace, TextsLentToAFailingHookAreBackInTheMap) {
+TEST(ApiTrace, TheMapHoldsTheTextsThatAFailingHookHad) {
   TermManager mgr;
   const Term* p = make_bool(mgr, "p");              // 1
   const Term* q = make_bool(mgr, "q");              // 2
