@@ -1,7 +1,6 @@
 #include "printed_once.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "brum/printers/definition_rule.h"
 #include "brum/terms/term_walk.h"
@@ -10,9 +9,9 @@ namespace brum::tools {
 
 PrintedOnce::PrintedOnce(const std::vector<const Term*>& asserted) {
   std::vector<const Term*> arguments_first;
-  TermIndex<bool> visited;
+  TermSet visited;
   TermWalk walk;
-  const auto enter = [&](const Term* term) { return !std::exchange(visited[term], true); };
+  const auto enter = [&](const Term* term) { return visited.insert(term); };
   const auto leave = [&](const Term* term) { arguments_first.push_back(term); };
   for (const Term* term : asserted) {
     walk.run(term, enter, leave);

@@ -20,22 +20,22 @@ using namespace std::literals;
 // Besides these, the operators of operator_names.h are theory symbols of both versions.
 
 constexpr std::array v2_theory_symbols = {
-    "true"sv,    "false"sv,   "not"sv,     "=>"sv,      "and"sv,      "or"sv,      "xor"sv,
-    "="sv,       "-"sv,       "+"sv,       "*"sv,       "/"sv,        "div"sv,     "mod"sv,
-    "abs"sv,     "<="sv,      "<"sv,       ">="sv,      ">"sv,        "to_real"sv, "to_int"sv,
-    "is_int"sv,  "repeat"sv,  "bvnand"sv,  "bvnor"sv,   "bvxnor"sv,   "bvsmod"sv,  "bvuge"sv,
-    "bvugt"sv,   "bvsge"sv,   "bvsgt"sv,   "bvnego"sv,  "bvuaddo"sv,  "bvsaddo"sv, "bvumulo"sv,
-    "bvsmulo"sv, "bvusubo"sv, "bvssubo"sv, "bvsdivo"sv, "distinct"sv,
+    "true"sv,    "false"sv,   "not"sv,     "=>"sv,       "and"sv,     "or"sv,      "xor"sv,
+    "-"sv,       "+"sv,       "*"sv,       "/"sv,        "div"sv,     "mod"sv,     "abs"sv,
+    "<="sv,      "<"sv,       ">="sv,      ">"sv,        "to_real"sv, "to_int"sv,  "is_int"sv,
+    "repeat"sv,  "bvnand"sv,  "bvnor"sv,   "bvxnor"sv,   "bvsmod"sv,  "bvuge"sv,   "bvugt"sv,
+    "bvsge"sv,   "bvsgt"sv,   "bvnego"sv,  "bvuaddo"sv,  "bvsaddo"sv, "bvumulo"sv, "bvsmulo"sv,
+    "bvusubo"sv, "bvssubo"sv, "bvsdivo"sv, "distinct"sv,
 };
 
 constexpr std::array v1_words = {
-    "benchmark"sv, "true"sv,   "false"sv,        "not"sv,     "and"sv,    "or"sv,     "xor"sv,
-    "implies"sv,   "iff"sv,    "if_then_else"sv, "let"sv,     "flet"sv,   "forall"sv, "exists"sv,
-    "distinct"sv,  "Int"sv,    "Real"sv,         "Array"sv,   "BitVec"sv, "repeat"sv, "bvnand"sv,
-    "bvnor"sv,     "bvxnor"sv, "bvsmod"sv,       "bvuge"sv,   "bvugt"sv,  "bvsge"sv,  "bvsgt"sv,
-    "bvgeq"sv,     "bvgt"sv,   "bvleq"sv,        "bvlt"sv,    "bvsgeq"sv, "bvsleq"sv, "bvslt"sv,
-    "bit0"sv,      "bit1"sv,   "to_int"sv,       "to_real"sv, "is_int"sv, "theory"sv, "logic"sv,
-    "sat"sv,       "unsat"sv,  "unknown"sv,
+    "benchmark"sv, "true"sv,    "false"sv,        "not"sv,    "and"sv,    "or"sv,     "xor"sv,
+    "implies"sv,   "iff"sv,     "if_then_else"sv, "let"sv,    "flet"sv,   "forall"sv, "exists"sv,
+    "distinct"sv,  "Int"sv,     "Real"sv,         "Array"sv,  "BitVec"sv, "repeat"sv, "bvnand"sv,
+    "bvnor"sv,     "bvxnor"sv,  "bvsmod"sv,       "bvuge"sv,  "bvugt"sv,  "bvsge"sv,  "bvsgt"sv,
+    "bvgeq"sv,     "bvgt"sv,    "bvleq"sv,        "bvlt"sv,   "bvsgeq"sv, "bvsleq"sv, "bit0"sv,
+    "bit1"sv,      "to_int"sv,  "to_real"sv,      "is_int"sv, "theory"sv, "logic"sv,  "sat"sv,
+    "unsat"sv,     "unknown"sv,
 };
 
 /// Version 1.2 writes the bit-vector 5 as bv5[8].
@@ -100,16 +100,15 @@ std::string own_problem(std::string_view name, bool v1_format, const KnownWords&
 std::vector<const Symbol*> user_symbols(const std::vector<const Term*>& terms) {
   std::vector<const Symbol*> symbols;
   hsh::HashSet<const Symbol*> known;
-  TermIndex<bool> visited;
+  TermSet visited;
   TermWalk walk;
   for (const Term* term : terms) {
     walk.run(
         term,
         [&](const Term* met) {
-          if (visited[met]) {
+          if (!visited.insert(met)) {
             return false;
           }
-          visited[met] = true;
           if (!TermManager::is_interpreted(met->symbol) && known.insert(met->symbol).second) {
             symbols.push_back(met->symbol);
           }

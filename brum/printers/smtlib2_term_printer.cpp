@@ -1,8 +1,6 @@
 #include "brum/printers/smtlib2_term_printer.h"
 
-#include <cstdint>
 #include <span>
-#include <utility>
 
 #include "brum/printers/declarations.h"
 #include "brum/printers/reference_counts.h"
@@ -153,9 +151,9 @@ void SmtLib2TermPrinter::forget_definitions() {
     trace_definitions.clear(false);
     return;
   }
-  TermIndex<bool> visited;
+  TermSet visited;
   TermOrder handled;
-  const auto enter = [&](const Term* term) { return !std::exchange(visited[term], true); };
+  const auto enter = [&](const Term* term) { return visited.insert(term); };
   TermWalk().run(last_traced_, enter, [&](const Term* term) { handled.push_back(term); });
   trace_definitions.clear_keys(handled);
 }

@@ -1,18 +1,14 @@
 #include "brum/printers/symbol_collector.h"
 
-#include <utility>
-
 #include "brum/terms/term_manager.h"
 
 namespace brum {
 
 void SymbolCollector::add_term(const Term* term) {
   const auto enter = [this](const Term* visited) {
-    std::uint8_t& mark = visited_[visited];
-    if (mark != 0) {
+    if (!visited_.insert(visited)) {
       return false;
     }
-    mark = 1;
     add_symbol(visited->symbol);
     return true;
   };
@@ -23,10 +19,10 @@ void SymbolCollector::end_terms(const Term* last) {
   if (!symbols_.is_full()) {
     return;
   }
-  TermIndex<bool> visited;
+  TermSet visited;
   const Term* last_visited = last;
   const auto enter = [&](const Term* term) {
-    const bool is_new = !std::exchange(visited[term], true);
+    const bool is_new = visited.insert(term);
     last_visited = is_new ? term : last_visited;
     return is_new;
   };

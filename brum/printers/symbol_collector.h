@@ -59,7 +59,7 @@ class BRUM_EXPORT SymbolCollector {
 
   hsh::HashSet<const Symbol*>& symbols_;
   hsh::HashSet<const DataType*>& types_;
-  TermIndex<std::uint8_t> visited_;
+  TermSet visited_;
   TermWalk walk_;
   std::vector<const DataType*> pending_;  // sorts still to be added
   std::size_t size_before_ = 0;           // of the set of symbols, before the last term

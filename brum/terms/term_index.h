@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "brum/terms/term.h"
@@ -82,6 +83,16 @@ class TermIndex {
   // The page that operator[] gave a value of last: mostly the next value is on it too.
   std::size_t last_page_ = no_page;
   Value* last_values_ = nullptr;
+};
+
+/// A set of terms for the length of a walk, at the costs of a TermIndex.
+class TermSet {
+ public:
+  /// Gives whether `term` was not there yet. Throws std::bad_alloc and then changes nothing.
+  bool insert(const Term* term) { return !std::exchange(holds_[term], true); }
+
+ private:
+  TermIndex<bool> holds_;
 };
 
 }  // namespace brum

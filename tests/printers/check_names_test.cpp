@@ -206,6 +206,15 @@ TEST(CheckNames, DeepTermsNeedNoStack) {
   });
 }
 
+TEST(CheckNames, SharedTermsAreLookedAtOnce) {
+  TermManager mgr;
+  const Term* formula = testing::make_bool(mgr, "let");
+  for (int level = 0; level < 200; ++level) {
+    formula = mgr.make_iff(formula, mgr.make_not(formula));
+  }
+  EXPECT_EQ(problems(mgr, {formula}, true).size(), 1U);
+}
+
 TEST(CheckNames, AreLookedAtWithoutTerms) {
   TermManager mgr;
   const Symbol* good = mgr.declare("x", mgr.get_int_type());

@@ -15,6 +15,20 @@
 namespace brum {
 namespace {
 
+TEST(TermSet, TakesEachTermOnce) {
+  TermManager mgr;
+  const Term* near = mgr.make_number(0);
+  for (int i = 1; i < 10'000; ++i) {
+    mgr.make_number(i);
+  }
+  const Term* far = mgr.make_number(10'000);
+  TermSet terms;
+  EXPECT_TRUE(terms.insert(far));
+  EXPECT_TRUE(terms.insert(near));
+  EXPECT_FALSE(terms.insert(far));
+  EXPECT_FALSE(terms.insert(near));
+}
+
 TEST(TermIndex, ValuesStartAtZeroAndStay) {
   TermManager mgr;
   std::vector<const Term*> terms;
