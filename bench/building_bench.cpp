@@ -14,6 +14,7 @@
 #include "bench/memory_use.h"
 #include "bench/options.h"
 #include "bench/shapes.h"
+#include "bench/warm_memory.h"
 #ifdef BRUM_BENCH_Z3
 #include "bench/z3_system.h"
 #endif
@@ -37,6 +38,7 @@ template <class System>
 void add_system(const NamedShape& shape, std::size_t nodes) {
   auto memory = std::make_shared<std::optional<std::optional<MemoryUse>>>();
   const auto run = [=](benchmark::State& state) {
+    warm_memory();
     for ([[maybe_unused]] auto unused : state) {
       auto built = std::make_unique<Built<System>>(shape.shape, nodes);
       state.PauseTiming();

@@ -21,6 +21,7 @@
 
 #include "bench/options.h"
 #include "bench/script_files.h"
+#include "bench/warm_memory.h"
 #ifdef BRUM_BENCH_Z3
 #include "bench/z3_system.h"
 #endif
@@ -96,6 +97,7 @@ void add_converter(const std::string& name, const std::shared_ptr<ScriptFile>& f
   const auto run = [=](benchmark::State& state) {
     const std::string out = file->path().string() + ".out";
     std::optional<Cost> cost;
+    warm_memory();
     for ([[maybe_unused]] auto unused : state) {
       cost = run_in_child([&] { return work(file->path(), out); });
       if (!cost) {

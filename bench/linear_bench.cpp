@@ -24,6 +24,7 @@
 #include "bench/options.h"
 #include "bench/printers.h"
 #include "bench/shapes.h"
+#include "bench/warm_memory.h"
 #include "brum/printers/smtlib2_term_printer.h"
 #include "brum/terms/term_index.h"
 #include "brum/terms/term_walk.h"
@@ -106,6 +107,7 @@ void add_entry_point(const std::string& name, const std::shared_ptr<LastSubject>
       print(out, subject);
       bytes = buffer.count();
     };
+    warm_memory();
     for ([[maybe_unused]] auto unused : state) {
       print_once();
     }

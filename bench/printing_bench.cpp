@@ -23,6 +23,7 @@
 #include "bench/options.h"
 #include "bench/printers.h"
 #include "bench/shapes.h"
+#include "bench/warm_memory.h"
 #include "brum/terms/term_index.h"
 #include "brum/terms/term_walk.h"
 #include "brum/utils/memory_stream.h"
@@ -117,6 +118,10 @@ class LateSubjects {
   Subjects<System> subjects_;
 };
 
+/// Formulas of fewer nodes find the memory they need in the heap, and the caches of the processor
+/// had better not be swept for them.
+constexpr std::size_t fewest_nodes_of_large = 50000;
+
 /// Registers a benchmark of `print`, for which `prepare` makes ready. Its memory is that of
 /// `print_in_child`, done once in a child process, less the text if that is part of it.
 void add_benchmark(const std::string& name, std::size_t nodes, const std::function<void()>& prepare,
@@ -125,6 +130,9 @@ void add_benchmark(const std::string& name, std::size_t nodes, const std::functi
   auto memory = std::make_shared<std::optional<std::optional<MemoryUse>>>();
   const auto run = [=](benchmark::State& state) {
     prepare();
+    if (nodes >= fewest_nodes_of_large) {
+      warm_memory();
+    }
     std::size_t bytes = 0;
     for ([[maybe_unused]] auto unused : state) {
       bytes = print();

@@ -14,6 +14,7 @@
 #include "bench/memory_use.h"
 #include "bench/options.h"
 #include "bench/script_files.h"
+#include "bench/warm_memory.h"
 #include "brum/readers/script.h"
 #include "brum/readers/smtlib2_reader.h"
 #include "brum/terms/term_manager.h"
@@ -57,6 +58,7 @@ void add_reader(const std::string& name, const std::shared_ptr<ScriptFile>& file
   auto memory = std::make_shared<std::optional<std::optional<MemoryUse>>>();
   const auto run = [=](benchmark::State& state) {
     const std::string path = file->path();
+    warm_memory();
     for ([[maybe_unused]] auto unused : state) {
       Holder text = read(path);
       state.PauseTiming();
