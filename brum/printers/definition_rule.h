@@ -53,6 +53,8 @@ class BRUM_EXPORT DefinitionRule {
   [[gnu::always_inline]] void prefetch(const Term* term) const {
     if (counts_ != nullptr) {
       counts_->prefetch(term);
+    } else {
+      TermManager::prefetch_uses(term);
     }
   }
 

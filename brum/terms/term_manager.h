@@ -231,6 +231,11 @@ class BRUM_EXPORT TermManager {
   /// The number of argument positions of the manager's terms that hold `term`.
   static std::size_t num_uses(const Term* term) { return TermStore::uses(term); }
 
+  /// Fetches what num_uses() looks at into the cache.
+  [[gnu::always_inline]] static void prefetch_uses(const Term* term) {
+    TermStore::prefetch_uses(term);
+  }
+
  private:
   const Symbol* make_operator(std::string_view name, const DataType* result,
                               std::initializer_list<const DataType*> arguments);

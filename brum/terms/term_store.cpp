@@ -43,12 +43,6 @@ bool is_application(const Term* term, const Symbol* symbol,
 
 }  // namespace
 
-std::uint64_t* TermStore::count_of_uses(const Term* term) {
-  // The count lies in the word before the term. It belongs to the store, not to the term, so that
-  // it may change while the term is constant.
-  return const_cast<std::uint64_t*>(reinterpret_cast<const std::uint64_t*>(term)) - 1;
-}
-
 std::size_t TermStore::bytes_of(std::size_t arity) {
   // NOLINTNEXTLINE(bugprone-sizeof-expression): the arguments are pointers
   return sizeof(std::uint64_t) + sizeof(Term) + arity * sizeof(const Term*);
