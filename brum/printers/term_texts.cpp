@@ -6,6 +6,7 @@
 #include "brum/printers/text_piece.h"
 #include "brum/printers/write_text.h"
 #include "brum/terms/prefetch_term.h"
+#include "brum/utils/large_memory.h"
 #include "brum/utils/scope_exit.h"
 
 namespace brum {
@@ -39,6 +40,17 @@ void free_memory_of(std::string& text) noexcept {
 
 bool has_own_memory(const std::string& text) noexcept {
   return text.capacity() > std::string().capacity();
+}
+
+/// Puts a text in the place of another, whose memory it takes if that is enough. A long one gets
+/// huge pages: else it takes as many page faults as the rest of a document.
+inline void keep_text(std::string& kept, std::string_view text) {
+  if (text.size() >= huge_page_bytes) [[unlikely]] {
+    kept.clear();
+    kept.reserve(text.size());
+    prefer_huge_pages(kept.data(), kept.capacity());
+  }
+  kept.assign(text);
 }
 
 /// Copies a text that mostly is a label, and mostly as long as the one in whose place it comes.
@@ -180,7 +192,7 @@ inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std:
     if (pending.own_text.capacity() > text.size() * 4 + most_spare_bytes) {
       free_memory_of(pending.own_text);  // a text may be pending for long
     }
-    pending.own_text.assign(text);
+    keep_text(pending.own_text, text);
     return;
   }
   if (is_entered(term)) [[unlikely]] {

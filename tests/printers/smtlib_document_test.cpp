@@ -121,6 +121,17 @@ TEST(SmtLibDocument, SingleTermsWithoutDefinitions) {
   EXPECT_EQ(single_term(v2, p, true), "p\n");
 }
 
+TEST(SmtLibDocument, LongTextsWaitForTheirNeighbours) {
+  TermManager mgr;
+  const std::string a(100, 'a');
+  const std::string b(100, 'b');
+  const std::string c(100, 'c');
+  const Term* first = mgr.make_or(make_bool(mgr, a), make_bool(mgr, b));
+  const Term* second = mgr.make_not(mgr.make_or(make_bool(mgr, c), make_bool(mgr, "d")));
+  EXPECT_EQ(v2_text(mgr, mgr.make_and(first, second)),
+            "(and (or " + a + " " + b + ") (not (or " + c + " d)))");
+}
+
 TEST(SmtLibDocument, EmptyLogicAndStatusLeaveTheirLinesOut) {
   TermManager mgr;
   const Term* formula = mgr.make_true();
