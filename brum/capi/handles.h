@@ -27,7 +27,13 @@ class NullArgument : public std::exception {
 /// Thrown when a sink takes no more text.
 class SinkFailure : public std::exception {
  public:
-  const char* what() const noexcept override { return "the sink took no more text"; }
+  /// `text` must outlive the object: a literal.
+  explicit SinkFailure(const char* text = "the sink took no more text") : text_(text) {}
+
+  const char* what() const noexcept override { return text_; }
+
+ private:
+  const char* text_;
 };
 
 /// Thrown for a form that cannot say what it is to say, apart from what the printers find.

@@ -3,7 +3,8 @@
 
 /*
  * Documents and texts of terms. Errors are told by the status that is returned, and are kept by the
- * manager as base.h says. What was written before an error stays written.
+ * manager as base.h says. Sinks get pieces of some kilobytes; what a sink got before an error stays
+ * with it.
  */
 
 #include <stdio.h>

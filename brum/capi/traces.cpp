@@ -1,9 +1,11 @@
 #include "brum/capi/traces.h"
 
-#include <string_view>
+#include <cstddef>
+#include <string>
 
 #include "brum/capi/options.h"
 #include "brum/capi/sink_stream.h"
+#include "brum/printers/check_names.h"
 
 using namespace brum::capi;
 
@@ -11,25 +13,35 @@ struct brum_trace {
   brum_manager* manager = nullptr;
   std::shared_ptr<brum::AnnotationMap> attributes;  // that the printer looks at
   std::unique_ptr<brum::SmtLib2TermPrinter> printer;
+  bool is_cut_off = false;  // a piece is being written, or was not written to its end
 };
 
 namespace {
 
-/// Runs `print` on the trace's printer and a stream into the sink.
-template <class Print>
-brum_status write(brum_trace* trace, brum_sink sink, const Print& print) noexcept {
+/// Runs `check`, which throws when the piece cannot be written, and then `print` with what that
+/// gave, on the trace's printer and a stream into the sink. The printer refers to what it wrote
+/// before, so a piece that is lost on its way ends the trace.
+template <class Check, class Print>
+brum_status write(brum_trace* trace, brum_sink sink, const Check& check,
+                  const Print& print) noexcept {
   if (trace == nullptr) {
     return BRUM_ERROR_NULL;
   }
   return perform(trace->manager, [&] {
+    const auto piece = check();
     SinkStream out(sink);
-    print(*trace->printer, out);
+    if (trace->is_cut_off) {
+      throw SinkFailure("an earlier piece of the trace was not written");
+    }
+    trace->is_cut_off = true;
+    print(*trace->printer, out, piece);
     out.finish();
+    trace->is_cut_off = false;
   });
 }
 
 /// Gives the attribute that names an assertion, empty without a name.
-std::string name_attribute(brum::SmtLib2TermPrinter& printer, const char* name) {
+std::string name_attribute(const brum::SmtLib2TermPrinter& printer, const char* name) {
   if (name == nullptr) {
     return {};
   }
@@ -37,7 +49,7 @@ std::string name_attribute(brum::SmtLib2TermPrinter& printer, const char* name) 
   if (text.empty() || text.find_first_of("|\\") != std::string::npos) {
     throw brum::Exception("an assertion cannot have the name `" + text + "`");
   }
-  return ":named " + printer.to_smtlib(text);
+  return ":named " + (brum::is_reserved_word(text) ? "|" + text + "|" : printer.to_smtlib(text));
 }
 
 }  // namespace
@@ -60,42 +72,59 @@ void brum_trace_free(brum_trace* trace) noexcept {
 }
 
 brum_status brum_trace_start(brum_trace* trace, brum_sink sink) noexcept {
-  return write(trace, sink, [](brum::SmtLib2TermPrinter& printer, std::ostream& out) {
-    printer.print_start(out);
-  });
+  return write(
+      trace, sink, [] { return nullptr; },
+      [](brum::SmtLib2TermPrinter& printer, std::ostream& out, std::nullptr_t) {
+        printer.print_start(out);
+      });
 }
 
 brum_status brum_trace_declare_sort(brum_trace* trace, const brum_sort* sort,
                                     brum_sink sink) noexcept {
-  return write(trace, sink, [&](brum::SmtLib2TermPrinter& printer, std::ostream& out) {
+  const auto check = [&] {
     const brum::DataType* declared = require(sort);
     if (!brum::TermManager::is_uninterpreted_type(declared)) {
       throw brum::TermManager::error("only uninterpreted sorts are declared, not " +
                                      declared->to_short_str());
     }
-    printer.print_type_declaration(out, declared);
-  });
+    return declared;
+  };
+  return write(
+      trace, sink, check,
+      [](brum::SmtLib2TermPrinter& printer, std::ostream& out, const brum::DataType* declared) {
+        printer.print_type_declaration(out, declared);
+      });
 }
 
 brum_status brum_trace_declare(brum_trace* trace, const brum_symbol* symbol,
                                brum_sink sink) noexcept {
-  return write(trace, sink, [&](brum::SmtLib2TermPrinter& printer, std::ostream& out) {
+  const auto check = [&] {
     const brum::Symbol* declared = require(symbol);
     if (brum::TermManager::is_interpreted(declared)) {
       throw brum::TermManager::error("an operator cannot be declared");
     }
-    printer.print_symbol_declaration(out, declared);
-  });
+    return declared;
+  };
+  return write(
+      trace, sink, check,
+      [](brum::SmtLib2TermPrinter& printer, std::ostream& out, const brum::Symbol* declared) {
+        printer.print_symbol_declaration(out, declared);
+      });
 }
 
 brum_status brum_trace_assert(brum_trace* trace, const brum_term* formula, const char* name,
                               brum_sink sink) noexcept {
-  return write(trace, sink, [&](brum::SmtLib2TermPrinter& printer, std::ostream& out) {
+  const auto check = [&] {
     const brum::Term* asserted = require(formula);
     if (asserted->sort()->kind() != brum::DataType::Kind::boolean) {
       throw brum::TermManager::error("the term is no formula, its sort is " +
                                      asserted->sort()->to_short_str());
     }
-    printer.apitracer_print_term(out, asserted, name_attribute(printer, name));
-  });
+    return name_attribute(*trace->printer, name);
+  };
+  return write(
+      trace, sink, check,
+      [&](brum::SmtLib2TermPrinter& printer, std::ostream& out, const std::string& attribute) {
+        printer.apitracer_print_term(out, object(formula), attribute);
+      });
 }

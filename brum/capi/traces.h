@@ -3,7 +3,9 @@
 
 /*
  * Traces of incremental runs: a script of version 2 that is written piece by piece while the run
- * goes on. Errors as in printing.h.
+ * goes on. Errors as in printing.h; but when a piece failed while it was being written, the trace
+ * is at its end, as later pieces would refer to what was lost: each gives BRUM_ERROR_OUTPUT. A
+ * piece that is refused for its arguments does not end the trace.
  */
 
 #include "brum/capi/printing.h"

@@ -73,7 +73,41 @@ TEST_F(Traces, WhatDoesNotFitIsRefused) {
   EXPECT_EQ(brum_trace_assert(trace, nullptr, nullptr, sink), BRUM_ERROR_NULL);
   take_error(BRUM_ERROR_NULL);
   EXPECT_EQ(brum_buffer_size(buffer), 0U);
+
+  EXPECT_EQ(brum_trace_assert(trace, brum_true(m), nullptr, sink), BRUM_OK);
+  EXPECT_STREQ(brum_buffer_text(buffer), "(assert true)\n");
   brum_trace_free(trace);
+}
+
+TEST_F(Traces, ReservedWordsAsNamesStandBetweenBars) {
+  brum_trace* trace = brum_trace_new(m, options);
+  EXPECT_EQ(brum_trace_assert(trace, brum_true(m), "let", sink), BRUM_OK);
+  EXPECT_EQ(brum_trace_assert(trace, brum_true(m), "lets", sink), BRUM_OK);
+  EXPECT_STREQ(brum_buffer_text(buffer),
+               "(assert (! true :named |let|))\n"
+               "(assert (! true :named lets))\n");
+  brum_trace_free(trace);
+}
+
+TEST_F(Traces, APieceThatIsLostEndsTheTrace) {
+  const brum_sink full = {[](void*, const char*, std::size_t) { return 1; }, nullptr};
+  const brum_term* p = boolean("p");
+  const brum_term* shared = brum_not(m, p);
+  const brum_term* formula = brum_and(m, shared, brum_iff(m, shared, p));
+  for (const brum_form form : {BRUM_FORM_DEFINE_FUN, BRUM_FORM_V2}) {
+    brum_options_set_form(options, form);
+    brum_trace* trace = brum_trace_new(m, options);
+    EXPECT_EQ(brum_trace_assert(trace, formula, nullptr, full), BRUM_ERROR_OUTPUT);
+    EXPECT_EQ(take_error(BRUM_ERROR_OUTPUT), "the sink took no more text");
+    EXPECT_EQ(brum_trace_assert(trace, formula, nullptr, sink), BRUM_ERROR_OUTPUT);
+    EXPECT_EQ(take_error(BRUM_ERROR_OUTPUT), "an earlier piece of the trace was not written");
+    EXPECT_EQ(brum_trace_start(trace, sink), BRUM_ERROR_OUTPUT);
+    take_error(BRUM_ERROR_OUTPUT);
+    EXPECT_EQ(brum_trace_assert(trace, integer("x"), nullptr, sink), BRUM_ERROR_SORT);
+    take_error(BRUM_ERROR_SORT);
+    EXPECT_EQ(brum_buffer_size(buffer), 0U);
+    brum_trace_free(trace);
+  }
 }
 
 }  // namespace
