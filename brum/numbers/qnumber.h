@@ -7,6 +7,7 @@
 #include <gmpxx.h>
 
 #include <compare>
+#include <concepts>
 #include <cstdint>
 #include <iosfwd>
 #include <optional>
@@ -52,12 +53,16 @@ class BRUM_EXPORT QNumber {
   /** Zero. */
   QNumber() noexcept : small_num(0), small_den(1) {}
 
-  /** The integer `value`. */
+  /** The integer `value`. Greater ones, unsigned too, come as `mpz_class` or as text. */
   QNumber(std::int64_t value) : small_num(value), small_den(1) {
     if (value == most_negative) {
       make_big(value, 1);
     }
   }
+
+  /** A floating-point number would lose its fraction on the way. */
+  template <std::floating_point Value>
+  QNumber(Value value) = delete;
 
   /** The rational `num` / `den`. Throws Exception if `den` is 0. */
   QNumber(std::int64_t num, std::int64_t den);
@@ -97,6 +102,7 @@ class BRUM_EXPORT QNumber {
   /** -1, 0 or 1. */
   int sign() const noexcept;
 
+  /** Whether the denominator is 1. */
   bool is_integer() const noexcept;
 
   /** The numerator as a number. */

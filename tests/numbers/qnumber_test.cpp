@@ -59,6 +59,9 @@ TEST(QNumber, NumbersMadeBeforeMainAreNormalised) {
   EXPECT_EQ(made_early.to_str(), "-549755813888/3");
 }
 
+static_assert(std::is_convertible_v<int, QNumber> && std::is_convertible_v<std::int64_t, QNumber>);
+static_assert(!std::is_constructible_v<QNumber, double> && !std::is_convertible_v<float, QNumber>);
+
 TEST(QNumber, IsZeroByDefault) {
   const QNumber zero;
   EXPECT_EQ(zero.to_str(), "0");
