@@ -36,7 +36,8 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   // The hooks; smtlib_document.cpp has the framing, smtlib_sorts.cpp the declarations.
 
   /// Prints `term` as one expression. With `newlines` each definition and the formula end with a
-  /// line break; without it there is none. Nothing is declared.
+  /// line break; without it there is none, but for the one at the end that SmtLib2TermPrinter
+  /// always writes. Nothing is declared.
   void print_single_term(std::ostream& out, const Term* term, bool newlines) override;
 
   /// Gives `?def_7` or `$def_7` (version 1.2, the latter for formulas) or `.def_7` (version 2) for
@@ -88,8 +89,8 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   bool is_interpreted(const Symbol* symbol) const { return TermManager::is_interpreted(symbol); }
 
  protected:
-  /// Gives `prefix`, "def_" or whatever it ends with included, and the id of `term`; then one
-  /// underscore for each clash with a user symbol.
+  /// Gives a label: `prefix` (as ".def_"), the id of `term`, and as many underscores as it takes to
+  /// be no user symbol's name.
   std::string make_label(std::string_view prefix, const Term* term) const;
 
   /// Replaces `label` by the same.
@@ -126,7 +127,8 @@ class BRUM_EXPORT SmtLibTermPrinter : public TermPrinter {
   /// Line breaks rather than blanks after definitions and around the formula.
   bool use_newlines = true;
 
-  /// For what is being put together where the stream has no room for it.
+  /// Memory in which the hooks put a piece of text together before they write it at once, where it
+  /// does not fit into the stream's own buffer. For write_parts() and the like.
   PieceMemory piece_memory;
 
  private:

@@ -87,7 +87,6 @@ class Scopes {
 
   /// Throws TermManager::error when there are fewer levels.
   void pop(std::size_t count);
-  std::size_t num_levels() const { return levels_.size(); }
 
   /// Makes declarations and definitions outlive the level in which they stand.
   void set_global_declarations(bool global) { global_declarations_ = global; }

@@ -86,6 +86,7 @@ class BRUM_EXPORT ScriptHandler {
   virtual void on_annotation(const Term* /*term*/, const std::string& /*keyword*/,
                              const std::string& /*value*/) {}
 
+  /// A command in its place among the others.
   virtual void on_command(const Command& /*command*/) {}
 
   /// The script has ended. `added`: what the rewriting of terms needed; the text may or may not

@@ -88,6 +88,8 @@ class BRUM_EXPORT TermManager {
   const Signature* get_signature() const { return &signature_; }
   Signature* get_signature() { return &signature_; }
 
+  // The symbols of the Boolean constants, the connectives and the arithmetic operators, one each.
+
   const Symbol* get_true_symbol() const { return true_; }
   const Symbol* get_false_symbol() const { return false_; }
   const Symbol* get_and_symbol() const { return and_; }
@@ -111,6 +113,8 @@ class BRUM_EXPORT TermManager {
 
   /// Applies `symbol` to as many terms as its arity says.
   const Term* make_term(const Symbol* symbol, const std::vector<const Term*>& children = {});
+
+  // The Boolean constants and connectives, of Bools; nothing is simplified.
 
   const Term* make_true();
   const Term* make_false();

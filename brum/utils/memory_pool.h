@@ -30,6 +30,8 @@ namespace brum {
  *     pool.give_back(block);             // the next block to be taken
  *     pool.release();                    // frees all memory; every block is gone
  *
+ * `Size` is the number of bytes of a block, a multiple of 8; `Flag` must be false.
+ *
  * The pool never destroys what lies in its blocks, and its destructor frees nothing: the owner
  * destroys its objects and then calls `release`. No locks: one thread at a time. Under
  * AddressSanitizer the bytes of a block that was given back are poisoned, but for the link.
