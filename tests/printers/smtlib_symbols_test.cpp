@@ -105,6 +105,16 @@ TEST(SmtLibSymbols, TheMapsAreAskedFirst) {
   }
 }
 
+TEST(SmtLibSymbols, BothMapsMayGrowBetweenTwoLookUps) {
+  TermManager mgr;
+  const Symbol* bvnot = mgr.make_bvnot(make_bv(mgr, "v", 8))->symbol;
+  OpenPrinter printer(false, &mgr, "", "");
+  EXPECT_EQ(printer.to_smtlib(bvnot), "bvnot");
+  printer.symbol_names[bvnot] = "MY_NOT";
+  printer.tag_names[SymbolTag::bv_extract] = "unused";
+  EXPECT_EQ(printer.to_smtlib(bvnot), "MY_NOT");
+}
+
 TEST(SmtLibSymbols, TheVersionIsThatOfTheMoment) {
   TermManager mgr;
   const DataType* type = mgr.make_function_type({mgr.get_int_type()}, mgr.get_int_type());
