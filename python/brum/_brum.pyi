@@ -13,6 +13,8 @@ class _TextFile(Protocol):
 class _BinaryFile(Protocol):
     def write(self, data: bytes, /) -> Any: ...
 
+# The binary files of io, and others whose `mode` is a str that contains "b", are handed bytes; all
+# others, among them the writers of codecs, str.
 _File = Union[_TextFile, _BinaryFile]
 
 class Error(Exception): ...

@@ -1,21 +1,43 @@
 #include "file_stream.h"
 
+#include <cerrno>
+
 namespace brum::python {
 
 namespace {
 
 constexpr std::size_t piece_size = 65536;
 
+bool is_raw(const py::object& file) {
+  return py::isinstance(file, py::module_::import("io").attr("RawIOBase"));
+}
+
 bool is_binary(const py::object& file) {
   const py::module_ io = py::module_::import("io");
-  return py::isinstance(file, io.attr("RawIOBase")) ||
-         py::isinstance(file, io.attr("BufferedIOBase"));
+  if (is_raw(file) || py::isinstance(file, io.attr("BufferedIOBase"))) {
+    return true;
+  }
+  // The writers of codecs take str, and show the mode of the binary file below them.
+  const py::module_ codecs = py::module_::import("codecs");
+  if (py::isinstance(file, io.attr("TextIOBase")) ||
+      py::isinstance(file, codecs.attr("StreamWriter")) ||
+      py::isinstance(file, codecs.attr("StreamReaderWriter"))) {
+    return false;
+  }
+  const py::object mode = py::getattr(file, "mode", py::none());
+  return py::isinstance<py::str>(mode) && mode.contains("b");
+}
+
+[[noreturn]] void raise_blocked() {
+  const py::tuple arguments = py::make_tuple(EAGAIN, "write() of the file took nothing");
+  PyErr_SetObject(PyExc_BlockingIOError, arguments.ptr());
+  throw py::error_already_set();
 }
 
 }  // namespace
 
 FileBuffer::FileBuffer(const py::object& file)
-    : write_(file.attr("write")), binary_(is_binary(file)) {
+    : write_(file.attr("write")), raw_(is_raw(file)), binary_(is_binary(file)) {
   memory_.reserve(piece_size);
 }
 
@@ -53,6 +75,9 @@ void FileBuffer::send(bool at_end) {
       const py::object rest =
           taken == 0 ? py::object(piece) : py::object(piece[py::slice(taken, size, 1)]);
       const py::object count = write_(rest);
+      if (raw_ && count.is_none()) {
+        raise_blocked();
+      }
       if (!py::isinstance<py::int_>(count)) {
         break;  // a file of somebody's own that does not say
       }

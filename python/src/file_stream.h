@@ -11,9 +11,9 @@
 namespace brum::python {
 
 /// Hands text to the write() of a Python file object, 64 KiB at a time: as bytes for a binary file,
-/// else as str, decoded from UTF-8 (other bytes become the surrogates that Python writes back as
-/// those bytes under the error handler `surrogateescape`). What write() raises comes out of the
-/// stream as an exception.
+/// else as str, decoded as to_text() does. Files of Python's io that are binary count as such, and
+/// others whose `mode` is a str with a `b` in it. What write() raises comes out of the stream as an
+/// exception; so does BlockingIOError where a raw file took nothing for now.
 class FileBuffer : public std::streambuf {
  public:
   explicit FileBuffer(const py::object& file);
@@ -28,6 +28,7 @@ class FileBuffer : public std::streambuf {
   void send(bool at_end);
 
   py::object write_;
+  bool raw_;  // a None from write() says that nothing was taken
   bool binary_;
   std::string memory_;
 };

@@ -1,6 +1,10 @@
 """Documents, texts and traces."""
 
+import codecs
+import gc
 import io
+import tempfile
+import weakref
 
 import pytest
 
@@ -153,6 +157,51 @@ def test_a_file_may_take_a_part_only(m):
     assert file.taken.decode() == formula.to_smtlib()
     with pytest.raises(OSError, match="took nothing"):
         formula.write_smtlib(Reluctant(0))
+
+
+class Blocked(io.RawIOBase):
+    """A binary file that would have to wait after so many pieces."""
+
+    def __init__(self, pieces):
+        super().__init__()
+        self.pieces = pieces
+
+    def write(self, piece):
+        if self.pieces == 0:
+            return None
+        self.pieces -= 1
+        return min(len(piece), 3)
+
+
+def test_a_file_that_would_block(m):
+    formula = m.const("x", m.int_sort) <= 7
+    for pieces in (0, 1):
+        with pytest.raises(BlockingIOError, match="took nothing"):
+            formula.write_smtlib(Blocked(pieces))
+
+
+def test_files_that_wrap_others(formula, tmp_path):
+    expected = formula.to_smtlib()
+    with tempfile.NamedTemporaryFile(dir=tmp_path) as file:
+        formula.write_smtlib(file)
+        file.seek(0)
+        assert file.read() == expected.encode()
+    for size in (0, 1):  # kept in memory, moved to a file
+        with tempfile.SpooledTemporaryFile(size, dir=tmp_path) as file:
+            formula.write_smtlib(file)
+            file.seek(0)
+            assert file.read() == expected.encode()
+    with tempfile.SpooledTemporaryFile(mode="w+", encoding="utf-8", dir=tmp_path) as file:
+        formula.write_smtlib(file)
+        file.seek(0)
+        assert file.read() == expected
+    # These take str, and show the mode of the binary file below them.
+    with codecs.open(str(tmp_path / "codecs"), "w", "utf-8") as file:
+        formula.write_smtlib(file)
+    assert (tmp_path / "codecs").read_bytes() == expected.encode()
+    with open(tmp_path / "writer", "wb") as below:
+        formula.write_smtlib(codecs.getwriter("utf-8")(below))
+    assert (tmp_path / "writer").read_bytes() == expected.encode()
 
 
 class Pieces:
