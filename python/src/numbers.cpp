@@ -65,8 +65,8 @@ const Term* to_term(const ManagerPtr& manager, py::handle value, const DataType*
     case DataType::Kind::bit_vector:
       return manager->make_bv_number(number, sort->width());
     default:
-      throw TermManager::error("a number cannot stand where a term of sort " + sort->to_str() +
-                               " is wanted");
+      throw TermManager::error("a number cannot stand where a term of sort " +
+                               sort->to_short_str() + " is wanted");
   }
 }
 

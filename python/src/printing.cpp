@@ -30,7 +30,7 @@ void print_document(std::ostream& out, const TermHandle& formula, const Options&
                     py::handle attributes) {
   if (formula.term->sort() != formula.manager->get_bool_type()) {
     throw TermManager::error("the term is no formula, its sort is " +
-                             formula.term->sort()->to_str());
+                             formula.term->sort()->to_short_str());
   }
   const auto kept = to_attributes(formula.manager, attributes);
   const auto printer = make_printer(*formula.manager, options, *kept);

@@ -223,7 +223,7 @@ void add_arrays(py::class_<TermHandle>& type) {
         const DataType* sort = self.term->sort();
         if (sort->kind() != Kind::array) {
           throw TermManager::error("store: an array is wanted, not a term of sort " +
-                                   sort->to_str());
+                                   sort->to_short_str());
         }
         const Term* at = to_term(self.manager, index, sort->get_component(0));
         const Term* value = to_term(self.manager, element, sort->get_component(1));

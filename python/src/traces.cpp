@@ -47,7 +47,7 @@ class Trace {
     require_owner(manager_, formula);
     if (formula.term->sort() != manager_->get_bool_type()) {
       throw TermManager::error("the term is no formula, its sort is " +
-                               formula.term->sort()->to_str());
+                               formula.term->sort()->to_short_str());
     }
     std::string attribute;
     if (name) {
@@ -67,7 +67,8 @@ class Trace {
   void declare_sort(const SortHandle& sort) {
     require_owner(manager_, sort);
     if (!TermManager::is_uninterpreted_type(sort.sort)) {
-      throw TermManager::error("only uninterpreted sorts are declared, not " + sort.sort->to_str());
+      throw TermManager::error("only uninterpreted sorts are declared, not " +
+                               sort.sort->to_short_str());
     }
     write([&](std::ostream& out) { printer_->print_type_declaration(out, sort.sort); });
   }

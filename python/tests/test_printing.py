@@ -294,6 +294,25 @@ def test_a_trace(m):
     )
 
 
+def test_messages_do_not_write_out_shared_sorts(m):
+    sort = m.int_sort
+    for _ in range(20):
+        sort = m.array_sort(sort, sort)
+    term = m.const("z", sort)
+    tables = m.const("tables", m.array_sort(sort, m.int_sort))
+    trace = brum.Trace(m, io.StringIO())
+    for call in (
+        term.to_smtlib,
+        lambda: trace.assert_(term),
+        lambda: trace.declare(sort),
+        lambda: tables[1],
+        lambda: term - term,
+    ):
+        with pytest.raises(brum.SortError) as caught:
+            call()
+        assert len(str(caught.value)) < 100_000
+
+
 def test_what_a_trace_refuses(m):
     out = io.StringIO()
     trace = brum.Trace(m, out, global_declarations=False)
