@@ -101,13 +101,4 @@ void FileBuffer::send(bool at_end) {
   write_(text);
 }
 
-py::str to_text(std::string_view bytes) {
-  auto text = py::reinterpret_steal<py::str>(PyUnicode_DecodeUTF8(
-      bytes.data(), static_cast<py::ssize_t>(bytes.size()), "surrogateescape"));
-  if (!text) {
-    throw py::error_already_set();
-  }
-  return text;
-}
-
 }  // namespace brum::python

@@ -4,7 +4,6 @@
 #include <ostream>
 #include <streambuf>
 #include <string>
-#include <string_view>
 
 #include "handles.h"
 
@@ -46,9 +45,6 @@ class FileStream : public std::ostream {
  private:
   FileBuffer buffer_;
 };
-
-/// Decodes a text as FileBuffer does.
-py::str to_text(std::string_view bytes);
 
 }  // namespace brum::python
 

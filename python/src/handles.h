@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "brum/brum.h"
+#include "text.h"
 
 namespace brum::python {
 

@@ -20,12 +20,12 @@ SortHandle function_sort(const ManagerPtr& self, const std::vector<SortHandle>& 
   return {self, self->make_function_type(sorts, result.sort)};
 }
 
-SymbolHandle declare(const ManagerPtr& self, const std::string& name, const SortHandle& sort) {
+SymbolHandle declare(const ManagerPtr& self, const Name& name, const SortHandle& sort) {
   require_owner(self, sort);
-  return {self, self->declare(name, sort.sort)};
+  return {self, self->declare(name.bytes, sort.sort)};
 }
 
-TermHandle constant(const ManagerPtr& self, const std::string& name, const SortHandle& sort) {
+TermHandle constant(const ManagerPtr& self, const Name& name, const SortHandle& sort) {
   if (sort.sort->kind() == DataType::Kind::function) {
     throw TermManager::error("const: the sort is a function type");
   }
@@ -77,8 +77,8 @@ void add_manager(py::module_& module) {
           arg("index"), arg("element"), "The sort of arrays from index to element.")
       .def(
           "uninterpreted_sort",
-          [](const ManagerPtr& self, const std::string& name) {
-            return SortHandle{self, self->make_uninterpreted_type(name)};
+          [](const ManagerPtr& self, const Name& name) {
+            return SortHandle{self, self->make_uninterpreted_type(name.bytes)};
           },
           arg("name"), "The uninterpreted sort of this name.")
       .def("function_sort", &function_sort, arg("arguments"), arg("result"),
@@ -87,8 +87,8 @@ void add_manager(py::module_& module) {
            "The user's symbol of this name, declared at the first call.")
       .def(
           "function",
-          [](const ManagerPtr& self, const std::string& name,
-             const std::vector<SortHandle>& arguments, const SortHandle& result) {
+          [](const ManagerPtr& self, const Name& name, const std::vector<SortHandle>& arguments,
+             const SortHandle& result) {
             return declare(self, name, function_sort(self, arguments, result));
           },
           arg("name"), arg("arguments"), arg("result"),

@@ -3,6 +3,15 @@
 
 namespace brum::python {
 
+namespace {
+
+/// Sets the error of Python. The message may hold names that are not UTF-8.
+void raise(py::handle type, const std::exception& problem) {
+  PyErr_SetObject(type.ptr(), to_text(problem.what()).ptr());
+}
+
+}  // namespace
+
 PYBIND11_MODULE(_brum, module) {
   module.doc() = "Terms and printers of brum.";
   module.attr("__version__") = brum_version();
@@ -15,17 +24,19 @@ PYBIND11_MODULE(_brum, module) {
   form_error.doc() = "What the form that was asked for cannot express.";
   // pybind11 wants the parameter by value.
   // NOLINTNEXTLINE(performance-unnecessary-value-param)
-  py::register_exception_translator([](std::exception_ptr thrown) {
+  py::register_local_exception_translator([](std::exception_ptr thrown) {
     try {
       if (thrown) {
         std::rethrow_exception(thrown);
       }
     } catch (const TermManager::error& problem) {
-      sort_error(problem.what());
+      raise(sort_error, problem);
     } catch (const TermPrinter::error& problem) {
-      form_error(problem.what());
+      raise(form_error, problem);
     } catch (const Exception& problem) {
-      error(problem.what());
+      raise(error, problem);
+    } catch (const py::type_error& problem) {
+      raise(PyExc_TypeError, problem);
     }
   });
 

@@ -40,7 +40,11 @@ QNumber to_number(py::handle value) {
     return from_integer(value.attr("numerator")) / from_integer(value.attr("denominator"));
   }
   if (py::isinstance<py::str>(value)) {
-    return QNumber::from_string(py::cast<std::string>(value));
+    Name text;
+    if (!read_name(value, text)) {
+      throw py::type_error("a number is written with digits");
+    }
+    return QNumber::from_string(text.bytes);
   }
   throw py::type_error("a number is an int, a fractions.Fraction or a text such as '1.25', not " +
                        std::string(py::str(py::type::handle_of(value).attr("__name__"))));

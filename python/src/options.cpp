@@ -1,22 +1,60 @@
 #include "options.h"
 
-#include <pybind11/stl.h>
-
 #include <utility>
 
 #include "brum/printers/smtlib_identifiers.h"
 
 namespace brum::python {
 
+namespace {
+
+[[noreturn]] void refuse_attributes() {
+  throw py::type_error("attributes are a mapping {term: [(keyword, value), ...]} with texts");
+}
+
+/// Whether the elements of `value` are worth a look: those of a text are not.
+bool is_list(py::handle value) {
+  return py::isinstance<py::sequence>(value) && !py::isinstance<py::str>(value) &&
+         !py::isinstance<py::bytes>(value);
+}
+
+std::vector<std::pair<std::string, std::string>> to_pairs(py::handle value) {
+  if (!is_list(value)) {
+    refuse_attributes();
+  }
+  std::vector<std::pair<std::string, std::string>> pairs;
+  for (const py::handle element : value) {
+    Name keyword;
+    Name text;
+    if (!is_list(element) || py::len(element) != 2 || !read_name(element[py::int_(0)], keyword) ||
+        !read_name(element[py::int_(1)], text)) {
+      refuse_attributes();
+    }
+    pairs.emplace_back(std::move(keyword.bytes), std::move(text.bytes));
+  }
+  return pairs;
+}
+
+}  // namespace
+
 std::unique_ptr<AnnotationMap> to_attributes(const ManagerPtr& manager, py::handle dictionary) {
   auto attributes = std::make_unique<AnnotationMap>();
   if (dictionary.is_none()) {
     return attributes;
   }
-  for (const auto& [key, value] : py::cast<py::dict>(dictionary)) {
+  if (!py::isinstance(dictionary, py::module_::import("collections.abc").attr("Mapping"))) {
+    refuse_attributes();
+  }
+  for (const auto& [key, value] : py::dict(py::reinterpret_borrow<py::object>(dictionary))) {
+    if (!py::isinstance<TermHandle>(key)) {
+      refuse_attributes();
+    }
     const auto& term = py::cast<const TermHandle&>(key);
     require_owner(manager, term);
-    (*attributes)[term.term] = py::cast<std::vector<std::pair<std::string, std::string>>>(value);
+    std::vector<std::pair<std::string, std::string>> pairs = to_pairs(value);
+    if (!pairs.empty()) {  // an empty entry would be printed as such, which no reader takes
+      (*attributes)[term.term] = std::move(pairs);
+    }
   }
   return attributes;
 }

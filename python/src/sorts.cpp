@@ -32,7 +32,7 @@ std::string kind_of(const SortHandle& self) {
 /// Applies a symbol; numbers become numerals of the argument's sort.
 TermHandle call(const SymbolHandle& self, const py::args& arguments) {
   if (arguments.size() != self.symbol->arity) {
-    throw py::type_error(std::string(self.symbol->name) + " takes " +
+    throw py::type_error(std::string(self.symbol->name_view()) + " takes " +
                          std::to_string(self.symbol->arity) + " arguments, not " +
                          std::to_string(arguments.size()));
   }
@@ -73,7 +73,7 @@ void add_sorts(py::module_& module) {
             return components;
           },
           "Index and element of an array; result and arguments of a function type.")
-      .def("__str__", [](const SortHandle& self) { return self.sort->to_str(); })
+      .def("__str__", [](const SortHandle& self) { return to_text(self.sort->to_str()); })
       .def("__repr__", [](const SortHandle& self) { return "<brum.Sort " + kind_of(self) + ">"; });
   add_identity(sort, &SortHandle::sort);
 
@@ -82,7 +82,7 @@ void add_sorts(py::module_& module) {
                                   "its application.");
   symbol
       .def_property_readonly(
-          "name", [](const SymbolHandle& self) { return std::string(self.symbol->name_view()); })
+          "name", [](const SymbolHandle& self) { return to_text(self.symbol->name_view()); })
       .def_property_readonly("arity", [](const SymbolHandle& self) { return self.symbol->arity; })
       .def_property_readonly(
           "sort",
@@ -96,7 +96,7 @@ void add_sorts(py::module_& module) {
           "Whether the symbol has a meaning of its own.")
       .def("__call__", &call)
       .def("__repr__", [](const SymbolHandle& self) {
-        return "<brum.Symbol " + std::string(self.symbol->name_view()) + ">";
+        return to_text("<brum.Symbol " + std::string(self.symbol->name_view()) + ">");
       });
   add_identity(symbol, &SymbolHandle::symbol);
 }

@@ -234,10 +234,10 @@ void add_arrays(py::class_<TermHandle>& type) {
   type.attr("__iter__") = py::none();
 }
 
-std::string short_text(const TermHandle& self) {
-  return "<brum.Term " + std::to_string(self.term->id) + ", " +
-         std::string(self.term->symbol->name_view()) + " of " +
-         std::to_string(self.term->symbol->arity) + " arguments>";
+py::str short_text(const TermHandle& self) {
+  return to_text("<brum.Term " + std::to_string(self.term->id) + ", " +
+                 std::string(self.term->symbol->name_view()) + " of " +
+                 std::to_string(self.term->symbol->arity) + " arguments>");
 }
 
 /// The value of a numeral: an int, or a Fraction where it is no integer.

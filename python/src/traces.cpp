@@ -38,12 +38,12 @@ class Trace {
     }
   }
 
-  void annotate(const TermHandle& term, const std::string& keyword, const std::string& value) {
+  void annotate(const TermHandle& term, const Name& keyword, const Name& value) {
     require_owner(manager_, term);
-    (*attributes_)[term.term].emplace_back(keyword, value);
+    (*attributes_)[term.term].emplace_back(keyword.bytes, value.bytes);
   }
 
-  void assert_formula(const TermHandle& formula, const std::optional<std::string>& name) {
+  void assert_formula(const TermHandle& formula, const std::optional<Name>& name) {
     require_owner(manager_, formula);
     if (formula.term->sort() != manager_->get_bool_type()) {
       throw TermManager::error("the term is no formula, its sort is " +
@@ -51,10 +51,12 @@ class Trace {
     }
     std::string attribute;
     if (name) {
-      if (name->empty() || name->find_first_of("|\\") != std::string::npos) {
-        throw TermPrinter::error("an assertion cannot have the name `" + *name + "`");
+      const std::string& text = name->bytes;
+      if (text.empty() || text.find_first_of("|\\") != std::string::npos) {
+        throw TermPrinter::error("an assertion cannot have the name `" + text + "`");
       }
-      attribute = ":named " + printer_->to_smtlib(*name);
+      attribute = ":named ";
+      attribute += is_reserved_word(text) ? "|" + text + "|" : printer_->to_smtlib(text);
     }
     write([&](std::ostream& out) { printer_->apitracer_print_term(out, formula.term, attribute); });
   }

@@ -94,6 +94,27 @@ def test_attributes(formula):
         formula.to_smtlib(version=1, attributes=attributes)
 
 
+def test_attributes_of_wrong_types(formula):
+    for wrong in (
+        [(formula, [])],
+        7,
+        {"p": [("named", "a")]},
+        {None: []},
+        {formula: [("a",)]},
+        {formula: [("a", 1)]},
+        {formula: ["ab"]},
+        {formula: "ab"},
+        {formula: None},
+    ):
+        with pytest.raises(TypeError, match="attributes"):
+            formula.to_smtlib(attributes=wrong)
+
+
+def test_a_term_without_attributes_is_printed_as_any_other(formula):
+    assert formula.to_smtlib(attributes={formula: []}) == formula.to_smtlib()
+    assert formula.to_smtlib(version=1, attributes={formula: []}) == formula.to_smtlib(version=1)
+
+
 def test_options_that_do_not_go_together(formula):
     for wrong in (
         {"version": 3},
@@ -246,6 +267,42 @@ def test_bytes_that_are_no_text(m, tmp_path):
     assert (tmp_path / "out").read_bytes() == text.encode("utf-8", "surrogateescape")
 
 
+def test_names_that_are_no_text(m):
+    node = m.uninterpreted_sort(b"\xff")
+    n = m.const(b"\xfe", node)
+    assert n.symbol.name == "\udcfe"
+    assert "\udcfe" in repr(n)
+    assert repr(n.symbol) == "<brum.Symbol \udcfe>"
+    assert str(node) == "\udcff"
+    assert m.const("\udcfe", node) == n
+    assert m.uninterpreted_sort("\udcff") == node
+    assert m.declare("\udcfe", node) == n.symbol
+    assert m.function("\udcfd", [node], node)(n).symbol.name == "\udcfd"
+    with pytest.raises(brum.SortError, match="\udcfe"):
+        m.const(b"\xfe", m.int_sort)
+    with pytest.raises(brum.FormError, match="\udcfe"):
+        m.const(b"\xfe|", m.bool_sort).to_smtlib()
+    with pytest.raises(TypeError, match="\udcfd takes 1 arguments"):
+        m.function(b"\xfd", [node], node)()
+    for wrong in ("\ud800", 7, None):  # a surrogate that stands for no byte
+        with pytest.raises(TypeError):
+            m.const(wrong, m.int_sort)
+    with pytest.raises(TypeError):
+        m.number("\ud800")
+
+
+def test_attributes_and_names_of_assertions_that_are_no_text(m):
+    p = m.const("p", m.bool_sort)
+    assert p.to_text(attributes={p: [("k", "\udcff")]}) == "(! p :k \udcff)"
+    out = io.BytesIO()
+    trace = brum.Trace(m, out)
+    trace.annotate(p, "k", "\udcfe")
+    trace.assert_(p, "\udcff")
+    assert out.getvalue().endswith(b"(assert (! (! p :k \xfe) :named |\xff|))\n")
+    with pytest.raises(brum.FormError, match="\udcff"):
+        trace.assert_(p, "\udcff|")
+
+
 class Full:
     def write(self, piece):
         raise OSError("no space")
@@ -291,6 +348,19 @@ def test_a_trace(m):
         "(pop 1)\n"
         "(assert (not (! (<= 0 .def_3) :line 4)))\n"
         "(check-sat)\n"
+    )
+
+
+def test_assertions_are_not_named_by_reserved_words(m):
+    p = m.const("p", m.bool_sort)
+    out = io.StringIO()
+    trace = brum.Trace(m, out)
+    for name in ("let", "assert", "lets"):
+        trace.assert_(p, name)
+    assert out.getvalue().endswith(
+        "(assert (! p :named |let|))\n"
+        "(assert (! p :named |assert|))\n"
+        "(assert (! p :named lets))\n"
     )
 
 
