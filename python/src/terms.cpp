@@ -64,13 +64,43 @@ void add_operator(py::class_<TermHandle>& type, const char* name, const char* re
       py::is_operator());
 }
 
+[[noreturn]] void refuse_sort(const char* name, const Term* term, const char* wanted) {
+  throw TermManager::error(std::string(name) + ": an argument has sort " +
+                           term->sort()->to_short_str() + ", expected " + wanted);
+}
+
+// An operation that makes several terms looks at its arguments before the first: where it fails, it
+// leaves none behind.
+
+void require_number(const char* name, const Term* term) {
+  const Kind kind = term->sort()->kind();
+  if (kind != Kind::integer && kind != Kind::real) {
+    refuse_sort(name, term, "Int or Real");
+  }
+}
+
+void require_bool(const char* name, const Term* term) {
+  if (term->sort()->kind() != Kind::boolean) {
+    refuse_sort(name, term, "Bool");
+  }
+}
+
 /// The product with -1, of the sort of `a`.
 const Term* minus(TermManager& mgr, const Term* a) {
-  return is_bit_vector(a) ? mgr.make_bvneg(a) : mgr.make_times(mgr.make_number(-1), a);
+  if (is_bit_vector(a)) {
+    return mgr.make_bvneg(a);
+  }
+  require_number("-", a);
+  return mgr.make_times(mgr.make_number(-1), a);
 }
 
 const Term* difference(TermManager& mgr, const Term* a, const Term* b) {
-  return is_bit_vector(a) ? mgr.make_bvsub(a, b) : mgr.make_plus(a, minus(mgr, b));
+  if (is_bit_vector(a)) {
+    return mgr.make_bvsub(a, b);
+  }
+  require_number("-", a);
+  require_number("-", b);
+  return mgr.make_plus(a, minus(mgr, b));
 }
 
 py::object subtract(const TermHandle& self, py::handle operand, bool reflected) {
@@ -83,11 +113,11 @@ py::object subtract(const TermHandle& self, py::handle operand, bool reflected) 
 
 /// `self <= operand`; swapped for `>=`, negated for the strict ones.
 py::object compare(const TermHandle& self, py::handle operand, bool swapped, bool negated) {
+  refuse_bit_vectors(self.term, "use ule, ult, sle or slt");
   const std::optional<Operands> both = operands(self, operand, swapped);
   if (!both) {
     return py::reinterpret_borrow<py::object>(Py_NotImplemented);
   }
-  refuse_bit_vectors(self.term, "use ule, ult, sle or slt");
   const Term* leq = self.manager->make_leq(both->left, both->right);
   return py::cast(TermHandle{self.manager, negated ? self.manager->make_not(leq) : leq});
 }
@@ -163,6 +193,8 @@ void add_connectives(py::class_<TermHandle>& type) {
           "implies",
           [](const TermHandle& self, const TermHandle& other) {
             require_owner(self.manager, other);
+            require_bool("implies", self.term);
+            require_bool("implies", other.term);
             TermManager& mgr = *self.manager;
             return TermHandle{self.manager, mgr.make_or(mgr.make_not(self.term), other.term)};
           },
@@ -192,6 +224,25 @@ void add_connectives(py::class_<TermHandle>& type) {
           py::arg("then_term"), py::arg("else_term"), "If self then the one term, else the other.");
 }
 
+/// The number of a bit. Throws py::type_error for what is no integer, py::index_error for one that
+/// no bit-vector has.
+std::size_t to_bit(py::handle value) {
+  if (py::isinstance<py::bool_>(value) || PyIndex_Check(value.ptr()) == 0) {
+    throw py::type_error("the bits of a vector are numbered by int, not " +
+                         std::string(py::str(py::type::handle_of(value).attr("__name__"))));
+  }
+  const auto number = py::reinterpret_steal<py::object>(PyNumber_Index(value.ptr()));
+  if (!number) {
+    throw py::error_already_set();
+  }
+  const std::size_t bit = PyLong_AsSize_t(number.ptr());
+  if (bit == static_cast<std::size_t>(-1) && PyErr_Occurred() != nullptr) {
+    PyErr_Clear();
+    throw py::index_error("the bits of a vector are numbered from 0 to its width less 1");
+  }
+  return bit;
+}
+
 /// `a[i]` of an array; `v[msb:lsb]` and `v[i]` of a bit-vector.
 TermHandle item(const TermHandle& self, py::handle key) {
   TermManager& mgr = *self.manager;
@@ -207,10 +258,10 @@ TermHandle item(const TermHandle& self, py::handle key) {
     if (!key.attr("step").is_none() || key.attr("start").is_none() || key.attr("stop").is_none()) {
       throw py::type_error("the bits of a vector are v[msb:lsb]");
     }
-    return {self.manager, mgr.make_extract(py::cast<std::size_t>(key.attr("start")),
-                                           py::cast<std::size_t>(key.attr("stop")), self.term)};
+    return {self.manager,
+            mgr.make_extract(to_bit(key.attr("start")), to_bit(key.attr("stop")), self.term)};
   }
-  const auto bit = py::cast<std::size_t>(key);
+  const std::size_t bit = to_bit(key);
   return {self.manager, mgr.make_extract(bit, bit, self.term)};
 }
 

@@ -226,6 +226,38 @@ def test_errors_have_the_message_of_the_library(m, p, x):
     assert m.num_terms == terms
 
 
+def test_calls_that_fail_leave_no_terms(m, p, x, a):
+    terms = m.num_terms
+    for error, call in (
+        (brum.SortError, lambda: p - x),
+        (brum.SortError, lambda: x - p),
+        (brum.SortError, lambda: x - a),
+        (brum.SortError, lambda: -p),
+        (brum.SortError, lambda: p.implies(x)),
+        (brum.SortError, lambda: x.implies(p)),
+        (TypeError, lambda: a <= 3),
+        (TypeError, lambda: 3 < a),
+    ):
+        with pytest.raises(error):
+            call()
+        assert m.num_terms == terms
+
+
+def test_bits_are_numbered_by_integers(a, x):
+    for wrong in ("a", 1.5, x, None, True, slice("1", "0"), slice(1, False), slice(x, 0)):
+        with pytest.raises(TypeError, match="the bits of a vector"):
+            a[wrong]
+    for wrong in (-1, 2**70, slice(-1, 0), slice(2**70, 0)):
+        with pytest.raises(IndexError, match="the bits of a vector"):
+            a[wrong]
+
+    class Three:
+        def __index__(self):
+            return 3
+
+    assert a[Three()] == a[3]
+
+
 def test_managers_do_not_mix(m, x):
     other = brum.TermManager()
     stranger = other.const("x", other.int_sort)
