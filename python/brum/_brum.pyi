@@ -162,6 +162,7 @@ class TermManager:
     def number(self, value: Union[Number, str], sort: Optional[Sort] = None) -> Term: ...
     def bv(self, value: Union[int, str], width: int) -> Term: ...
 
+# A call that fails while it writes ends the trace: every further call raises Error.
 class Trace:
     def __init__(
         self,

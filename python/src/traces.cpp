@@ -1,5 +1,6 @@
 #include <pybind11/stl.h>
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,6 +13,9 @@ namespace brum::python {
 namespace {
 
 /// A script that is written to a file object while a run goes on.
+///
+/// A write that fails ends it: nobody knows how much of the text arrived, and the printer refers to
+/// definitions, or closes brackets, that the file may not hold.
 class Trace {
  public:
   Trace(ManagerPtr manager, py::object file, const Options& options, bool global_declarations)
@@ -28,22 +32,28 @@ class Trace {
   }
 
   void declare(py::handle object) {
+    require_open();
     if (py::isinstance<SortHandle>(object)) {
       declare_sort(py::cast<const SortHandle&>(object));
     } else if (py::isinstance<TermHandle>(object)) {
       const auto& term = py::cast<const TermHandle&>(object);
       declare_symbol({term.manager, term.term->symbol});
-    } else {
+    } else if (py::isinstance<SymbolHandle>(object)) {
       declare_symbol(py::cast<const SymbolHandle&>(object));
+    } else {
+      throw py::type_error("a sort, a symbol or a constant is declared, not " +
+                           std::string(py::str(py::type::handle_of(object).attr("__name__"))));
     }
   }
 
   void annotate(const TermHandle& term, const Name& keyword, const Name& value) {
+    require_open();
     require_owner(manager_, term);
     (*attributes_)[term.term].emplace_back(keyword.bytes, value.bytes);
   }
 
   void assert_formula(const TermHandle& formula, const std::optional<Name>& name) {
+    require_open();
     require_owner(manager_, formula);
     if (formula.term->sort() != manager_->get_bool_type()) {
       throw TermManager::error("the term is no formula, its sort is " +
@@ -62,6 +72,7 @@ class Trace {
   }
 
   void command(const std::string& text) {
+    require_open();
     write([&](std::ostream& out) { out << text << '\n'; });
   }
 
@@ -83,18 +94,38 @@ class Trace {
     write([&](std::ostream& out) { printer_->print_symbol_declaration(out, symbol.symbol); });
   }
 
+  /// `writing` is seen by a file whose write() calls the trace.
+  enum class State : std::uint8_t { open, writing, ended };
+
+  void require_open() const {
+    if (state_ == State::ended) {
+      throw Exception("the trace ended with a failed write");
+    }
+    if (state_ == State::writing) {
+      throw Exception("the trace is being written");
+    }
+  }
+
   /// Each piece is handed to the file at once: the run may end anywhere.
   template <class Print>
   void write(const Print& print) {
     FileStream out(file_);
-    print(out);
-    out.finish();
+    state_ = State::writing;
+    try {
+      print(out);
+      out.finish();
+    } catch (...) {
+      state_ = State::ended;
+      throw;
+    }
+    state_ = State::open;
   }
 
   ManagerPtr manager_;
   py::object file_;
   std::unique_ptr<AnnotationMap> attributes_;
   std::unique_ptr<SmtLib2TermPrinter> printer_;
+  State state_ = State::open;
 };
 
 }  // namespace

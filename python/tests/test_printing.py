@@ -364,6 +364,84 @@ def test_assertions_are_not_named_by_reserved_words(m):
     )
 
 
+class Failing:
+    """A file of text that fails while `full`."""
+
+    def __init__(self):
+        self.full = False
+        self.text = ""
+
+    def write(self, piece):
+        if self.full:
+            raise OSError("no space")
+        self.text += piece
+
+
+@pytest.mark.parametrize("define_fun", [True, False])
+def test_a_trace_ends_with_a_failed_write(m, define_fun):
+    x = m.const("x", m.int_sort)
+    total = x + x
+    formula = (total <= 7) & (0 <= total)
+    file = Failing()
+    trace = brum.Trace(m, file, define_fun=define_fun)
+    trace.declare(x)
+    before = file.text
+    file.full = True
+    with pytest.raises(OSError, match="no space"):
+        trace.assert_(formula)
+    file.full = False
+    for call in (
+        lambda: trace.assert_(formula),
+        lambda: trace.declare(x),
+        lambda: trace.declare(m.uninterpreted_sort("S")),
+        lambda: trace.annotate(formula, "k", "1"),
+        trace.push,
+        trace.pop,
+        trace.check_sat,
+    ):
+        with pytest.raises(brum.Error, match="the trace ended with a failed write"):
+            call()
+    assert file.text == before
+
+
+def test_what_a_trace_refuses_does_not_end_it(m):
+    x = m.const("x", m.int_sort)
+    out = io.StringIO()
+    trace = brum.Trace(m, out)
+    for error, call in (
+        (TypeError, lambda: trace.declare("x")),
+        (TypeError, lambda: trace.declare(None)),
+        (TypeError, lambda: trace.assert_(True)),
+        (TypeError, lambda: trace.annotate(x, "k", 1)),
+        (TypeError, lambda: trace.push(-1)),
+        (brum.SortError, lambda: trace.assert_(x)),
+        (brum.SortError, lambda: trace.declare(m.int_sort)),
+        (brum.FormError, lambda: trace.assert_(x <= 7, "")),
+    ):
+        with pytest.raises(error):
+            call()
+    trace.check_sat()
+    assert out.getvalue().endswith("(check-sat)\n")
+
+
+def test_a_file_cannot_write_to_its_own_trace(m):
+    class Loop(Failing):
+        trace = None
+
+        def write(self, piece):
+            if self.trace is not None:
+                self.trace.check_sat()
+            super().write(piece)
+
+    file = Loop()
+    file.trace = brum.Trace(m, file)
+    with pytest.raises(brum.Error, match="is being written"):
+        file.trace.push()
+    with pytest.raises(brum.Error, match="ended"):
+        file.trace.push()
+    assert "push" not in file.text and "check-sat" not in file.text
+
+
 def test_messages_do_not_write_out_shared_sorts(m):
     sort = m.int_sort
     for _ in range(20):
