@@ -31,6 +31,23 @@ struct TermHandle {
   const Term* term;
 };
 
+/// Whether `__init__` of the object has run: `__new__` alone leaves it without a value.
+bool is_made(py::handle object);
+
+/// For the class of what only a manager makes: `__new__` raises TypeError, as an object without a
+/// value would end the interpreter.
+py::custom_type_setup without_constructor();
+
+/// Defines `__reduce_ex__` to raise TypeError: what pickle and copy make of an object by themselves
+/// is one without a value.
+template <class... Rest>
+void refuse_pickling(py::class_<Rest...>& type) {
+  type.def("__reduce_ex__", [](py::handle self, py::handle /*protocol*/) -> py::object {
+    throw py::type_error("cannot pickle or copy objects of " +
+                         std::string(py::str(py::type::handle_of(self))));
+  });
+}
+
 /// Throws TermManager::error unless the object belongs to `manager`.
 template <class Handle>
 void require_owner(const ManagerPtr& manager, const Handle& handle) {
@@ -62,5 +79,20 @@ void add_printing(py::module_& module, py::class_<TermHandle>& term);
 void add_traces(py::module_& module);
 
 }  // namespace brum::python
+
+namespace pybind11::detail {
+
+template <>
+class type_caster<brum::python::ManagerPtr>
+    : public copyable_holder_caster<brum::TermManager, brum::python::ManagerPtr> {
+ public:
+  bool load(handle source, bool convert) {
+    return brum::python::is_made(source) &&
+           copyable_holder_caster<brum::TermManager, brum::python::ManagerPtr>::load(source,
+                                                                                     convert);
+  }
+};
+
+}  // namespace pybind11::detail
 
 #endif  // BRUM_PYTHON_HANDLES_H

@@ -45,10 +45,11 @@ TermHandle number(const ManagerPtr& self, py::handle value, const SortHandle* so
 
 void add_manager(py::module_& module) {
   using py::arg;
-  py::class_<TermManager, ManagerPtr>(
+  py::class_<TermManager, ManagerPtr> manager(
       module, "TermManager",
-      "Makes and keeps sorts, symbols and terms, each once. Builds exactly what it is asked for.")
-      .def(py::init<>())
+      "Makes and keeps sorts, symbols and terms, each once. Builds exactly what it is asked for.");
+  refuse_pickling(manager);
+  manager.def(py::init<>())
       .def_property_readonly("bool_sort",
                              [](const ManagerPtr& self) {
                                return SortHandle{self, self->get_bool_type()};

@@ -41,7 +41,9 @@ PYBIND11_MODULE(_brum, module) {
   });
 
   add_sorts(module);
-  py::class_<TermHandle> term(module, "Term", "A term; a formula is a term of sort Bool.");
+  py::class_<TermHandle> term(module, "Term", without_constructor(),
+                              "A term; a formula is a term of sort Bool.");
+  refuse_pickling(term);
   add_manager(module);
   add_terms(term);
   add_bit_vectors(term);

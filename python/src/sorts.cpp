@@ -56,7 +56,9 @@ void add_identity(py::class_<Handle>& type, Object Handle::*object) {
 }  // namespace
 
 void add_sorts(py::module_& module) {
-  py::class_<SortHandle> sort(module, "Sort", "A sort; made by a TermManager.");
+  py::class_<SortHandle> sort(module, "Sort", without_constructor(),
+                              "A sort; made by a TermManager.");
+  refuse_pickling(sort);
   sort.def_property_readonly("kind", &kind_of,
                              "'bool', 'int', 'real', 'bit-vector', 'array', 'uninterpreted' or "
                              "'function'.")
@@ -77,9 +79,10 @@ void add_sorts(py::module_& module) {
       .def("__repr__", [](const SortHandle& self) { return "<brum.Sort " + kind_of(self) + ">"; });
   add_identity(sort, &SortHandle::sort);
 
-  py::class_<SymbolHandle> symbol(module, "Symbol",
+  py::class_<SymbolHandle> symbol(module, "Symbol", without_constructor(),
                                   "What stands at the head of a term; called with terms, it gives "
                                   "its application.");
+  refuse_pickling(symbol);
   symbol
       .def_property_readonly(
           "name", [](const SymbolHandle& self) { return to_text(self.symbol->name_view()); })

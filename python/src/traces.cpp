@@ -71,6 +71,15 @@ class Trace {
     write([&](std::ostream& out) { printer_->apitracer_print_term(out, formula.term, attribute); });
   }
 
+  /// What the trace refers to, for the garbage collector.
+  py::handle file() const { return file_; }
+
+  /// Lets go of the file, which ends the trace: the garbage collector breaks a cycle here.
+  void drop_file() {
+    state_ = State::ended;
+    const py::object dropped = std::move(file_);
+  }
+
   void command(const std::string& text) {
     require_open();
     write([&](std::ostream& out) { out << text << '\n'; });
@@ -130,10 +139,77 @@ class Trace {
 
 }  // namespace
 
+}  // namespace brum::python
+
+namespace pybind11::detail {
+
+/// What `__new__` alone made is no trace.
+template <>
+class type_caster<brum::python::Trace> : public type_caster_base<brum::python::Trace> {
+ public:
+  bool load(handle source, bool convert) {
+    return brum::python::is_made(source) &&
+           type_caster_base<brum::python::Trace>::load(source, convert);
+  }
+};
+
+}  // namespace pybind11::detail
+
+namespace brum::python {
+
+namespace {
+
+// The garbage collector asks a trace for its file, as the file may refer to the trace.
+
+/// Gives null while the object has no trace, or shares its memory with other classes.
+Trace* trace_of(PyObject* self) {
+  const auto* instance = reinterpret_cast<py::detail::instance*>(self);
+  if (!instance->simple_layout || !instance->simple_holder_constructed) {
+    return nullptr;
+  }
+  return static_cast<Trace*>(instance->simple_value_holder[0]);
+}
+
+int traverse(PyObject* self, visitproc visit, void* arg) {
+  Py_VISIT(Py_TYPE(self));
+  if (const Trace* trace = trace_of(self)) {
+    Py_VISIT(trace->file().ptr());
+  }
+  return 0;
+}
+
+int clear(PyObject* self) {
+  if (Trace* trace = trace_of(self)) {
+    trace->drop_file();
+  }
+  return 0;
+}
+
+/// The collector may run while the trace is taken apart, and must not meet it then.
+void deallocate(PyObject* self) {
+  PyObject_GC_UnTrack(self);
+  py::detail::pybind11_object_dealloc(self);
+}
+
+py::custom_type_setup garbage_collected() {
+  return py::custom_type_setup([](PyHeapTypeObject* type) {
+    type->ht_type.tp_flags |= Py_TPFLAGS_HAVE_GC;
+    type->ht_type.tp_traverse = &traverse;
+    type->ht_type.tp_clear = &clear;
+    type->ht_type.tp_dealloc = &deallocate;
+  });
+}
+
+}  // namespace
+
 void add_traces(py::module_& module) {
   using py::arg;
-  py::class_<Trace>(module, "Trace",
-                    "A script that is written to a file object while an incremental run goes on.")
+  py::class_<Trace> trace(
+      module, "Trace", garbage_collected(),
+      "A script that is written to a file object while an incremental run goes on. A write that "
+      "fails ends the trace: every later call raises Error.");
+  refuse_pickling(trace);
+  trace
       .def(py::init([](const ManagerPtr& manager, const py::object& file, bool define_fun,
                        const std::string& logic, const std::string& status,
                        const std::string& label_prefix, bool global_declarations) {

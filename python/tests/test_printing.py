@@ -442,6 +442,46 @@ def test_a_file_cannot_write_to_its_own_trace(m):
     assert "push" not in file.text and "check-sat" not in file.text
 
 
+@pytest.mark.parametrize("kind", [brum.Trace, type("Own", (brum.Trace,), {})])
+def test_a_trace_in_a_cycle_is_freed(m, kind):
+    class File(io.StringIO):
+        pass
+
+    file = File()
+    file.trace = kind(m, file)
+    gone = weakref.ref(file)
+    file.trace.push()
+    gc.collect()
+    assert gone() is file  # as long as somebody has it
+    file.trace.push()
+    assert file.getvalue().endswith("(push 1)\n(push 1)\n")
+    del file
+    gc.collect()
+    assert gone() is None
+
+
+def test_the_collector_may_run_at_any_time(m):
+    class File:
+        def write(self, piece):
+            gc.collect()
+
+        def __del__(self):
+            gc.collect()
+
+    before = gc.get_threshold()
+    gc.set_threshold(1)
+    try:
+        traces = [brum.Trace(m, File()) for _ in range(10)]
+        for trace in traces:
+            trace.push()
+        del trace, traces
+        brum.Trace.__new__(brum.Trace)
+        gc.collect()
+    finally:
+        gc.set_threshold(*before)
+    assert not any(isinstance(thing, File) for thing in gc.get_objects())
+
+
 def test_messages_do_not_write_out_shared_sorts(m):
     sort = m.int_sort
     for _ in range(20):

@@ -1,6 +1,9 @@
 """Building terms with operators."""
 
+import copy
 import gc
+import io
+import pickle
 from fractions import Fraction
 
 import pytest
@@ -256,6 +259,35 @@ def test_bits_are_numbered_by_integers(a, x):
             return 3
 
     assert a[Three()] == a[3]
+
+
+def test_objects_without_a_value(m, x):
+    class Own(brum.Term):
+        pass
+
+    for made in (brum.Term, brum.Sort, brum.Symbol, Own):
+        with pytest.raises(TypeError, match="has no constructor"):
+            made.__new__(made)
+        with pytest.raises(TypeError):
+            made()
+        with pytest.raises(TypeError):
+            object.__new__(made)
+    with pytest.raises(TypeError):
+        brum.Trace.__new__(brum.Trace).check_sat()
+    with pytest.raises(TypeError):
+        brum.TermManager.__new__(brum.TermManager).true_()
+    with pytest.raises(TypeError):
+        brum.Trace(brum.TermManager.__new__(brum.TermManager), io.StringIO())
+
+
+def test_nothing_is_pickled_or_copied(m, x):
+    for thing in (x, x.sort, x.symbol, m, brum.Trace(m, io.StringIO())):
+        for protocol in range(pickle.HIGHEST_PROTOCOL + 1):
+            with pytest.raises(TypeError, match="cannot pickle or copy"):
+                pickle.dumps(thing, protocol)
+        for make in (copy.copy, copy.deepcopy):
+            with pytest.raises(TypeError, match="cannot pickle or copy"):
+                make(thing)
 
 
 def test_managers_do_not_mix(m, x):
