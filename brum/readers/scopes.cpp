@@ -214,7 +214,8 @@ void Scopes::undo_to(Level level) {
 void Scopes::pop(std::size_t count) {
   if (count > levels_.size()) {
     throw TermManager::error("found pop of " + std::to_string(count) +
-                             " levels, expected at most " + std::to_string(levels_.size()));
+                             (count == 1 ? " level" : " levels") + ", expected at most " +
+                             std::to_string(levels_.size()));
   }
   if (count == 0)
     return;

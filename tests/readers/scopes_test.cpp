@@ -157,7 +157,7 @@ TEST(Scopes, RefusePopOfMoreLevelsThanThereAre) {
 
 TEST(Scopes, PushAndPopWithoutANumberMeanOne) {
   EXPECT_EQ(error_of("(push)(pop)\n(pop)"),
-            "input:2:1: error: found pop of 1 levels, expected at most 0");
+            "input:2:1: error: found pop of 1 level, expected at most 0");
 }
 
 TEST(Scopes, DefinedSortsAreExpanded) {
