@@ -3,7 +3,8 @@
 
 namespace brum::bench {
 
-/// Touches a GiB of free memory and frees it again, to be called before what is timed.
+/// Touches a GiB of free memory and frees it again, to be called before what is timed. Throws
+/// std::bad_alloc where there is not as much.
 ///
 /// Where a hypervisor takes back memory that no process has used for some seconds, the first touch
 /// of a page costs 40 times what it costs on a machine of one's own, and it falls to whichever run

@@ -71,7 +71,7 @@ class BRUM_EXPORT Script : public ScriptHandler {
  private:
   Query in_force_before(std::size_t end) const;
 
-  /// Gives a copy whose text and lists are in the arena, as it is itself.
+  /// Copies a question into the arena, its text and its lists too.
   const Question* keep(const Question& question);
 
   Arena arena_;  // what the commands refer to
