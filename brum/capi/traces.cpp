@@ -40,6 +40,30 @@ brum_status write(brum_trace* trace, brum_sink sink, const Check& check,
   });
 }
 
+const brum::DataType* require_uninterpreted(const brum_sort* sort) {
+  const brum::DataType* declared = require(sort);
+  if (!brum::TermManager::is_uninterpreted_type(declared)) {
+    throw brum::TermManager::error("only uninterpreted sorts are declared, not " +
+                                   declared->to_short_str());
+  }
+  return declared;
+}
+
+const brum::Symbol* require_user_symbol(const brum_symbol* symbol) {
+  const brum::Symbol* declared = require(symbol);
+  if (brum::TermManager::is_interpreted(declared)) {
+    throw brum::TermManager::error("an operator cannot be declared");
+  }
+  return declared;
+}
+
+void require_formula(const brum_term* formula) {
+  const brum::DataType* sort = require(formula)->sort();
+  if (sort->kind() != brum::DataType::Kind::boolean) {
+    throw brum::TermManager::error("the term is no formula, its sort is " + sort->to_short_str());
+  }
+}
+
 /// Gives the attribute that names an assertion, empty without a name.
 std::string name_attribute(const brum::SmtLib2TermPrinter& printer, const char* name) {
   if (name == nullptr) {
@@ -81,16 +105,8 @@ brum_status brum_trace_start(brum_trace* trace, brum_sink sink) noexcept {
 
 brum_status brum_trace_declare_sort(brum_trace* trace, const brum_sort* sort,
                                     brum_sink sink) noexcept {
-  const auto check = [&] {
-    const brum::DataType* declared = require(sort);
-    if (!brum::TermManager::is_uninterpreted_type(declared)) {
-      throw brum::TermManager::error("only uninterpreted sorts are declared, not " +
-                                     declared->to_short_str());
-    }
-    return declared;
-  };
   return write(
-      trace, sink, check,
+      trace, sink, [&] { return require_uninterpreted(sort); },
       [](brum::SmtLib2TermPrinter& printer, std::ostream& out, const brum::DataType* declared) {
         printer.print_type_declaration(out, declared);
       });
@@ -98,15 +114,8 @@ brum_status brum_trace_declare_sort(brum_trace* trace, const brum_sort* sort,
 
 brum_status brum_trace_declare(brum_trace* trace, const brum_symbol* symbol,
                                brum_sink sink) noexcept {
-  const auto check = [&] {
-    const brum::Symbol* declared = require(symbol);
-    if (brum::TermManager::is_interpreted(declared)) {
-      throw brum::TermManager::error("an operator cannot be declared");
-    }
-    return declared;
-  };
   return write(
-      trace, sink, check,
+      trace, sink, [&] { return require_user_symbol(symbol); },
       [](brum::SmtLib2TermPrinter& printer, std::ostream& out, const brum::Symbol* declared) {
         printer.print_symbol_declaration(out, declared);
       });
@@ -114,16 +123,12 @@ brum_status brum_trace_declare(brum_trace* trace, const brum_symbol* symbol,
 
 brum_status brum_trace_assert(brum_trace* trace, const brum_term* formula, const char* name,
                               brum_sink sink) noexcept {
-  const auto check = [&] {
-    const brum::Term* asserted = require(formula);
-    if (asserted->sort()->kind() != brum::DataType::Kind::boolean) {
-      throw brum::TermManager::error("the term is no formula, its sort is " +
-                                     asserted->sort()->to_short_str());
-    }
-    return name_attribute(*trace->printer, name);
-  };
   return write(
-      trace, sink, check,
+      trace, sink,
+      [&] {
+        require_formula(formula);
+        return name_attribute(*trace->printer, name);
+      },
       [&](brum::SmtLib2TermPrinter& printer, std::ostream& out, const std::string& attribute) {
         printer.apitracer_print_term(out, object(formula), attribute);
       });
