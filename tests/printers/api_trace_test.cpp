@@ -137,6 +137,22 @@ TEST(ApiTrace, ATermWithoutSharedSubtermsIsOneAssertion) {
   }
 }
 
+TEST(ApiTrace, AnAssertionMayDefineThousandsOfTerms) {
+  TermManager mgr;
+  SmtLib2TermPrinter printer(&mgr, "QF_LIA", "", true, nullptr);
+  const Term* sum = make_int(mgr, "x");
+  std::string name = "x";
+  std::string expected;
+  for (int level = 0; level < 5000; ++level) {
+    sum = mgr.make_plus(sum, sum);
+    const std::string label = ".def_" + std::to_string(sum->id);
+    expected += "(define-fun " + label + " () Int (+ " + name + " " + name + "))\n";
+    name = label;
+  }
+  expected += "(assert (<= " + name + " " + name + "))\n";
+  EXPECT_EQ(trace(printer, mgr.make_leq(sum, sum)), expected);
+}
+
 TEST(ApiTrace, UsesInTheStoreDecideWithDefineFun) {
   // The sum is used once by each of two assertions, both made before the first is printed.
   TermManager mgr;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "brum/printers/smtlib_term_printer.h"
+#include "brum/utils/large_memory.h"
 #include "tests/printers/open_printers.h"
 #include "tests/support/formulas.h"
 
@@ -122,14 +123,16 @@ TEST(SmtLibDocument, SingleTermsWithoutDefinitions) {
 }
 
 TEST(SmtLibDocument, LongTextsWaitForTheirNeighbours) {
-  TermManager mgr;
-  const std::string a(100, 'a');
-  const std::string b(100, 'b');
-  const std::string c(100, 'c');
-  const Term* first = mgr.make_or(make_bool(mgr, a), make_bool(mgr, b));
-  const Term* second = mgr.make_not(mgr.make_or(make_bool(mgr, c), make_bool(mgr, "d")));
-  EXPECT_EQ(v2_text(mgr, mgr.make_and(first, second)),
-            "(and (or " + a + " " + b + ") (not (or " + c + " d)))");
+  for (const std::size_t length : {std::size_t{100}, huge_page_bytes}) {
+    TermManager mgr;
+    const std::string a(length, 'a');
+    const std::string b(length, 'b');
+    const std::string c(length, 'c');
+    const Term* first = mgr.make_or(make_bool(mgr, a), make_bool(mgr, b));
+    const Term* second = mgr.make_not(mgr.make_or(make_bool(mgr, c), make_bool(mgr, "d")));
+    const std::string text = v2_text(mgr, mgr.make_and(first, second));
+    EXPECT_TRUE(text == "(and (or " + a + " " + b + ") (not (or " + c + " d)))") << length;
+  }
 }
 
 TEST(SmtLibDocument, EmptyLogicAndStatusLeaveTheirLinesOut) {
