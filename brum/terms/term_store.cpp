@@ -37,15 +37,33 @@ std::uint8_t mark_of(std::uint64_t hash) {
 
 bool is_application(const Term* term, const Symbol* symbol,
                     std::span<const Term* const> arguments) {
-  return term->symbol == symbol &&
-         std::equal(arguments.begin(), arguments.end(), term->arguments().begin());
+  if (term->symbol != symbol) {
+    return false;
+  }
+  for (std::size_t i = 0; i < arguments.size(); ++i) {  // mostly two: std::equal calls memcmp
+    if (term->children[i] != arguments[i]) {
+      return false;
+    }
+  }
+  return true;
+}
+
+/// Of one or more terms the one that was made last.
+const Term* youngest_of(std::span<const Term* const> terms) {
+  const Term* youngest = terms.front();
+  for (const Term* term : terms.subspan(1)) {
+    if (term->id > youngest->id) {
+      youngest = term;
+    }
+  }
+  return youngest;
 }
 
 }  // namespace
 
 std::size_t TermStore::bytes_of(std::size_t arity) {
   // NOLINTNEXTLINE(bugprone-sizeof-expression): the arguments are pointers
-  return sizeof(std::uint64_t) + sizeof(Term) + arity * sizeof(const Term*);
+  return sizeof(Header) + sizeof(Term) + arity * sizeof(const Term*);
 }
 
 TermStore::Slot TermStore::find_slot(const Symbol* symbol,
@@ -87,7 +105,7 @@ void TermStore::empty_slot_of(const Term* term) noexcept {
 }
 
 void TermStore::make_room_in_table() {
-  if ((size_ + 1) * 4 <= slots_.size() * 3) {
+  if ((num_in_table_ + 1) * 4 <= slots_.size() * 3) {
     return;
   }
   const std::size_t new_size = std::max(smallest_table, slots_.size() * 2);
@@ -108,6 +126,9 @@ void TermStore::make_room_in_table() {
     for (std::size_t offset = 0; offset < chunk.used;) {
       const Term* const term = term_at(chunk, offset);
       offset += bytes_of(term->symbol->arity);
+      if (!header_of(term)->is_in_table) {
+        continue;
+      }
       Waiting& next = waiting[fetched % fetched_ahead];
       if (fetched >= fetched_ahead) {
         fill(first_empty_slot(next.hash), next.term);
@@ -126,7 +147,7 @@ void TermStore::make_room_in_table() {
 }
 
 const Term* TermStore::term_at(const Chunk& chunk, std::size_t offset) noexcept {
-  return reinterpret_cast<const Term*>(chunk.memory.begin() + offset + sizeof(std::uint64_t));
+  return reinterpret_cast<const Term*>(chunk.memory.begin() + offset + sizeof(Header));
 }
 
 TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
@@ -139,29 +160,61 @@ TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
   return chunks_.back();
 }
 
+/// Makes a new term, which is in no table yet. Throws std::bad_alloc and then changes nothing.
+const Term* TermStore::add(const Symbol* symbol, std::span<const Term* const> arguments) {
+  const std::size_t bytes = bytes_of(arguments.size());
+  Chunk& chunk = chunk_with_room(bytes);
+  first_users_.push_back(nullptr);
+  std::byte* const place = chunk.memory.begin() + chunk.used;
+  new (place) Header{0, false};
+  Term* const term = new (place + sizeof(Header)) Term(size(), symbol);
+  std::copy(arguments.begin(), arguments.end(), static_cast<const Term**>(term->children));
+  for (const Term* argument : arguments) {
+    ++header_of(argument)->num_uses;
+  }
+  chunk.used += bytes;
+  return term;
+}
+
 const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> arguments) {
+  if (!arguments.empty()) {
+    const Term* const youngest = youngest_of(arguments);
+    const Term* const first_user = first_user_of(youngest);
+    if (first_user == nullptr) {
+      const Term* const term = add(symbol, arguments);
+      first_user_of(youngest) = term;
+      return term;
+    }
+    if (is_application(first_user, symbol, arguments)) {
+      return first_user;
+    }
+  }
   make_room_in_table();
   const Slot slot = find_slot(symbol, arguments);
   if (marks_[slot.index] != 0) {
     return slots_[slot.index];
   }
-  const std::size_t bytes = bytes_of(arguments.size());
-  Chunk& chunk = chunk_with_room(bytes);
-  std::byte* place = chunk.memory.begin() + chunk.used;
-  new (place) std::uint64_t(0);
-  Term* term = new (place + sizeof(std::uint64_t)) Term(size_ + 1, symbol);
-  std::copy(arguments.begin(), arguments.end(), static_cast<const Term**>(term->children));
-  for (const Term* argument : arguments) {
-    ++*count_of_uses(argument);
-  }
-  chunk.used += bytes;
+  const Term* const term = add(symbol, arguments);
   fill(slot, term);
-  ++size_;
+  header_of(term)->is_in_table = true;
+  ++num_in_table_;
   return term;
 }
 
+void TermStore::forget(const Term* term) noexcept {
+  if (header_of(term)->is_in_table) {
+    empty_slot_of(term);
+    --num_in_table_;
+  } else {
+    first_user_of(youngest_of(term->arguments())) = nullptr;
+  }
+  for (const Term* argument : term->arguments()) {
+    --header_of(argument)->num_uses;
+  }
+}
+
 void TermStore::roll_back(std::size_t old_size) noexcept {
-  if (size_ == old_size) {
+  if (size() == old_size) {
     return;
   }
   // The terms to forget are the tail of the last chunks: find where the tail begins, then drop it.
@@ -172,10 +225,7 @@ void TermStore::roll_back(std::size_t old_size) noexcept {
       const Term* const term = term_at(chunk, offset);
       if (term->id > old_size) {
         kept = std::min(kept, offset);
-        empty_slot_of(term);
-        for (const Term* argument : term->arguments()) {
-          --*count_of_uses(argument);
-        }
+        forget(term);
       }
       offset += bytes_of(term->symbol->arity);
     }
@@ -185,7 +235,7 @@ void TermStore::roll_back(std::size_t old_size) noexcept {
       break;
     }
   }
-  size_ = old_size;
+  first_users_.shrink(old_size);
 }
 
 }  // namespace brum

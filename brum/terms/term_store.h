@@ -16,10 +16,16 @@ namespace brum {
 /// Holds the terms of a manager, each application once (hash-consing).
 ///
 /// Terms lie one after another in large chunks, in the order of their ids, each behind a word that
-/// counts its uses; a binary term takes 40 bytes. The unique table is open addressing over
-/// addresses of terms, at most three quarters full, and beside it a byte of each hash, so
-/// that a search looks at hardly any term but the right one: 12 to 24 bytes a term. Nothing is
-/// destroyed term by term, so that a deep formula costs no stack when the store dies.
+/// counts its uses; a binary term takes 40 bytes. Nothing is destroyed term by term, so that a deep
+/// formula costs no stack when the store dies.
+///
+/// A term is looked for by its youngest argument, of which the store knows the first user: the
+/// oldest term with this youngest argument. Where there is none the term is new, and that argument
+/// was mostly made a moment ago, so that what is looked at is in the cache. Terms that are nobody's
+/// first user, and constants, are in the unique table: open addressing over their addresses, at
+/// most three quarters full, and beside it a byte of each hash, so that a search looks at hardly
+/// any term but the right one. A list of the first users takes 8 bytes a term, the table 12 to 24
+/// for each that is in it.
 class BRUM_EXPORT TermStore {
  public:
   TermStore() = default;
@@ -32,14 +38,14 @@ class BRUM_EXPORT TermStore {
   const Term* apply(const Symbol* symbol, std::span<const Term* const> arguments);
 
   /// The number of terms, which is also the highest id.
-  std::size_t size() const { return size_; }
+  std::size_t size() const { return first_users_.size(); }
 
   /// The number of argument positions of the store's terms that hold `term`.
-  static std::uint64_t uses(const Term* term) { return *count_of_uses(term); }
+  static std::uint64_t uses(const Term* term) { return header_of(term)->num_uses; }
 
   /// Fetches what uses() looks at into the cache: it may lie on another line than the term.
   [[gnu::always_inline]] static void prefetch_uses(const Term* term) {
-    __builtin_prefetch(count_of_uses(term));
+    __builtin_prefetch(header_of(term));
   }
 
   /// Forgets the terms made since size() was `old_size`. None of them may be used afterwards.
@@ -54,10 +60,15 @@ class BRUM_EXPORT TermStore {
 
   static const Term* term_at(const Chunk& chunk, std::size_t offset) noexcept;
 
-  /// The count lies in the word before the term. It belongs to the store, not to the term, so that
+  /// What the store keeps of a term. It lies right before the term and is not part of it, so that
   /// it may change while the term is constant.
-  static std::uint64_t* count_of_uses(const Term* term) {
-    return const_cast<std::uint64_t*>(reinterpret_cast<const std::uint64_t*>(term)) - 1;
+  struct Header {
+    std::uint64_t num_uses : 63;
+    std::uint64_t is_in_table : 1;
+  };
+
+  static Header* header_of(const Term* term) {
+    return reinterpret_cast<Header*>(const_cast<Term*>(term)) - 1;
   }
 
   static std::size_t bytes_of(std::size_t arity);
@@ -74,13 +85,17 @@ class BRUM_EXPORT TermStore {
   void fill(Slot slot, const Term* term) noexcept;
 
   void empty_slot_of(const Term* term) noexcept;
+  void forget(const Term* term) noexcept;
   void make_room_in_table();
   Chunk& chunk_with_room(std::size_t bytes);
+  const Term* add(const Symbol* symbol, std::span<const Term* const> arguments);
+  const Term*& first_user_of(const Term* term) { return first_users_[term->id - 1]; }
 
   std::vector<Chunk> chunks_;
   LargeArray<const Term*> slots_;   // the unique table; its length is 0 or a power of two
   LargeArray<std::uint8_t> marks_;  // per slot some bits of the hash; 0 where it is empty
-  std::size_t size_ = 0;
+  std::size_t num_in_table_ = 0;
+  LargeList<const Term*> first_users_;  // by id, the one of the term with id 1 first; or null
 };
 
 }  // namespace brum

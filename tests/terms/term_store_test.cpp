@@ -2,12 +2,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <new>
+#include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "brum/terms/term_manager.h"
@@ -154,6 +159,66 @@ TEST(TermStore, FindsEveryTermAgainAfterForgettingMany) {
   EXPECT_EQ(store.size(), kept.size());
 }
 
+// Against a map from symbol and arguments to terms, as terms come, come again and are forgotten.
+TEST(TermStore, AgreesWithAMap) {
+  TermManager mgr;
+  const DataType* const sort = mgr.get_int_type();
+  const Symbol* const constant = mgr.declare("c", sort);
+  const std::array functions{
+      mgr.declare("f", mgr.make_function_type({sort}, sort)),
+      mgr.declare("g", mgr.make_function_type({sort, sort}, sort)),
+      mgr.declare("h", mgr.make_function_type({sort, sort, sort}, sort)),
+  };
+  using Application = std::pair<const Symbol*, std::vector<const Term*>>;
+  std::mt19937 random(7);  // NOLINT(cert-msc*): the same sequence in every run
+  const auto below = [&](std::size_t bound) { return random() % bound; };
+  for (int round = 0; round < 20; ++round) {
+    TermStore store;
+    std::vector<const Term*> terms{store.apply(constant, {})};
+    std::vector<Application> applications{{constant, {}}};
+    std::map<Application, const Term*> known{{applications[0], terms[0]}};
+    std::vector<std::size_t> uses{0};
+    for (int step = 0; step < 3'000; ++step) {
+      if (below(500) == 0) {
+        const std::size_t left = 1 + below(terms.size());
+        for (std::size_t i = left; i < terms.size(); ++i) {
+          known.erase(applications[i]);
+          for (const Term* argument : applications[i].second) {
+            --uses[argument->id - 1];
+          }
+        }
+        store.roll_back(left);
+        terms.resize(left);
+        applications.resize(left);
+        uses.resize(left);
+      }
+      // Few of the oldest terms, so that much is made twice, or any.
+      const std::size_t range =
+          below(2) == 0 ? terms.size() : std::min<std::size_t>(terms.size(), 9);
+      Application application{functions[below(functions.size())], {}};
+      for (std::uint64_t i = 0; i < application.first->arity; ++i) {
+        application.second.push_back(terms[below(range)]);
+      }
+      const Term* const term = store.apply(application.first, application.second);
+      const auto [place, is_new] = known.try_emplace(application, term);
+      ASSERT_EQ(term, place->second);
+      if (is_new) {
+        terms.push_back(term);
+        uses.push_back(0);
+        for (const Term* argument : application.second) {
+          ++uses[argument->id - 1];
+        }
+        applications.push_back(std::move(application));
+      }
+      ASSERT_EQ(term->id <= terms.size() ? terms[term->id - 1] : nullptr, term);
+      ASSERT_EQ(store.size(), terms.size());
+    }
+    for (std::size_t i = 0; i < terms.size(); ++i) {
+      ASSERT_EQ(TermStore::uses(terms[i]), uses[i]);
+    }
+  }
+}
+
 TEST(TermStore, WideTermsAreKeptWhole) {
   TermManager mgr;
   const Term* p = make_bool(mgr, "p");
@@ -183,20 +248,42 @@ TEST(TermStore, DeepFormulasAreMadeAndDestroyedOnASmallStack) {
   });
 }
 
-TEST(TermStore, ABinaryTermTakesLessThanAHundredBytes) {
-  // At the second size the table, at most three quarters full, has just doubled.
-  for (const std::size_t size : {std::size_t{1'000'000}, std::size_t{786'500}}) {
-    auto mgr = std::make_unique<TermManager>();
-    const Term* x = make_int(*mgr, "x");
-    const std::size_t before = testing::allocated_bytes();
-    const Term* term = x;
+/// The bytes that a store takes for each of `size` sums, which `make_sums` builds.
+double bytes_per_sum(std::size_t size, const std::function<void(TermManager&)>& make_sums) {
+  auto mgr = std::make_unique<TermManager>();
+  const std::size_t before = testing::allocated_bytes();
+  make_sums(*mgr);
+  EXPECT_GE(mgr->num_terms(), size);
+  return static_cast<double>(testing::allocated_bytes() - before) / static_cast<double>(size);
+}
+
+TEST(TermStore, ASumOverTheLastOneTakesFiftyBytes) {
+  constexpr std::size_t size = 1'000'000;
+  const double bytes = bytes_per_sum(size, [](TermManager& mgr) {
+    const Term* const x = make_int(mgr, "x");
+    const Term* sum = x;
     for (std::size_t i = 0; i < size; ++i) {
-      term = mgr->make_plus(term, x);
+      sum = mgr.make_plus(sum, x);
     }
-    const std::size_t bytes = testing::allocated_bytes() - before;
-    EXPECT_LT(bytes, size * 100);
-    EXPECT_GT(bytes, size * 32);  // else nothing was measured
-    RecordProperty("bytes_per_term", std::to_string(bytes / size));
+  });
+  EXPECT_LT(bytes, 50);
+  EXPECT_GT(bytes, 32);  // else nothing was measured
+}
+
+TEST(TermStore, ASumOverMuchUsedTermsTakesLessThanAHundredBytes) {
+  // At the second size the table, at most three quarters full, has just doubled.
+  for (const std::size_t size : {std::size_t{1'000'000}, std::size_t{789'000}}) {
+    const double bytes = bytes_per_sum(size, [size](TermManager& mgr) {
+      std::vector<const Term*> variables;
+      for (int i = 0; i < 1000; ++i) {
+        variables.push_back(make_int(mgr, "x" + std::to_string(i)));
+      }
+      for (std::size_t i = 0; i < size; ++i) {
+        mgr.make_plus(variables[i / 1000], variables[i % 1000]);
+      }
+    });
+    EXPECT_LT(bytes, 100);
+    EXPECT_GT(bytes, 60);  // else they are not in the table
   }
 }
 
