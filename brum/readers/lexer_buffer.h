@@ -104,7 +104,8 @@ class LexerBuffer {
  private:
   void skip_blanks() {
     const char* p = buffer_.data() + cursor_;
-    while (*p == ' ' || *p == '\t' || *p == '\r') {
+    // Most bytes that are none are told by one comparison.
+    while (static_cast<unsigned char>(*p) <= ' ' && (*p == ' ' || *p == '\t' || *p == '\r')) {
       ++p;
     }
     cursor_ = static_cast<std::size_t>(p - buffer_.data());

@@ -1,5 +1,6 @@
 #include "brum/readers/smtlib2_lexer.h"
 
+#include <array>
 #include <string_view>
 #include <utility>
 
@@ -28,6 +29,38 @@ constexpr ByteClasses make_smtlib2_bytes() {
 
 constexpr ByteClasses smtlib2_bytes = make_smtlib2_bytes();
 
+/// What begins with a byte.
+enum class Beginning : unsigned char {
+  nothing,
+  symbol,
+  number,
+  left_bracket,
+  right_bracket,
+  quoted_symbol,
+  string,
+  radix_constant,
+  keyword,
+};
+
+constexpr std::array<Beginning, 256> make_beginnings() {
+  std::array<Beginning, 256> beginnings{};
+  for (std::size_t byte = 0; byte < beginnings.size(); ++byte) {
+    if ((smtlib2_bytes[byte] & class_symbol) != 0) {
+      beginnings[byte] =
+          (smtlib2_bytes[byte] & class_digit) != 0 ? Beginning::number : Beginning::symbol;
+    }
+  }
+  beginnings['('] = Beginning::left_bracket;
+  beginnings[')'] = Beginning::right_bracket;
+  beginnings['|'] = Beginning::quoted_symbol;
+  beginnings['"'] = Beginning::string;
+  beginnings['#'] = Beginning::radix_constant;
+  beginnings[':'] = Beginning::keyword;
+  return beginnings;
+}
+
+constexpr std::array<Beginning, 256> beginnings = make_beginnings();
+
 }  // namespace
 
 SmtLib2Lexer::SmtLib2Lexer(std::istream& in, std::string file_name, std::size_t buffer_bytes)
@@ -45,40 +78,38 @@ const Token& SmtLib2Lexer::next() {
   }
   skip_blanks_and_comments();
   begin_token();
-  if (at_end_of_buffer()) {
-    finish(TokenKind::end, 0, 0);
-    return token_;
-  }
-  const char c = current();
-  switch (c) {
-    case '(':
+  switch (beginnings[static_cast<unsigned char>(current())]) {
+    case Beginning::symbol:
+      scan_simple_symbol();
+      break;
+    case Beginning::number:
+      scan_number();
+      break;
+    case Beginning::left_bracket:
       advance();
       finish(TokenKind::left_bracket, 0, 0);
       break;
-    case ')':
+    case Beginning::right_bracket:
       advance();
       finish(TokenKind::right_bracket, 0, 0);
       break;
-    case '|':
+    case Beginning::quoted_symbol:
       scan_quoted_symbol();
       break;
-    case '"':
+    case Beginning::string:
       scan_string();
       break;
-    case '#':
+    case Beginning::radix_constant:
       scan_radix_constant();
       break;
-    case ':':
+    case Beginning::keyword:
       scan_keyword();
       break;
-    default:
-      if (is_of(smtlib2_bytes, c, class_digit)) {
-        scan_number();
-      } else if (is_of(smtlib2_bytes, c, class_symbol)) {
-        scan_simple_symbol();
-      } else {
+    case Beginning::nothing:
+      if (!at_end_of_buffer())
         error_at_byte();
-      }
+      finish(TokenKind::end, 0, 0);
+      break;
   }
   return token_;
 }

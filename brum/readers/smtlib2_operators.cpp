@@ -68,15 +68,35 @@ bool fits_count(const Operator& op, std::size_t count) {
                            ", expected " + expected);
 }
 
-void check_same(const TermBuilder& builder, const Operator& op, std::span<const Value> arguments) {
+/// Requires one sort, or numbers. Gives whether one of them is a Real.
+bool check_same(const TermBuilder& builder, const Operator& op, std::span<const Value> arguments) {
   const DataType* first = builder.sort_of(arguments[0]);
+  const DataType* const real = builder.manager().get_real_type();
   const bool first_is_number = builder.is_number_sort(first);
+  bool any_real = first == real;
   for (std::size_t i = 1; i < arguments.size(); ++i) {
     const DataType* sort = builder.sort_of(arguments[i]);
     const bool fits = sort == first || (first_is_number && builder.is_number_sort(sort));
     if (!fits)
       error_sort(builder, op, arguments[i], i, first->to_short_str());
+    any_real = any_real || sort == real;
   }
+  return any_real;
+}
+
+/// Requires numbers. Gives whether one of them is a Real.
+bool check_numbers(const TermBuilder& builder, const Operator& op,
+                   std::span<const Value> arguments) {
+  bool any_real = false;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const DataType* sort = builder.sort_of(arguments[i]);
+    if (sort == builder.manager().get_real_type()) {
+      any_real = true;
+    } else if (sort != builder.manager().get_int_type()) {
+      error_sort(builder, op, arguments[i], i, "Int or Real");
+    }
+  }
+  return any_real;
 }
 
 /// Requires sorts of which `fits` is true; `expected` describes them.
@@ -103,14 +123,15 @@ void check_same_width(const TermBuilder& builder, const Operator& op,
   }
 }
 
-void check_sorts(const TermBuilder& builder, const Operator& op, std::span<const Value> arguments) {
+/// Requires the sorts that the operator takes. Gives whether it is one of numbers and an argument a
+/// Real, or an Int that stands for one.
+bool check_sorts(const TermBuilder& builder, const Operator& op, std::span<const Value> arguments) {
   const TermManager& manager = builder.manager();
   switch (op.operands) {
     case Operands::any:
       break;
     case Operands::same:
-      check_same(builder, op, arguments);
-      break;
+      return check_same(builder, op, arguments);
     case Operands::booleans:
       check_each(builder, op, arguments, "Bool",
                  [&](const DataType* sort) { return sort == manager.get_bool_type(); });
@@ -120,9 +141,7 @@ void check_sorts(const TermBuilder& builder, const Operator& op, std::span<const
                  [&](const DataType* sort) { return sort == manager.get_int_type(); });
       break;
     case Operands::numbers:
-      check_each(builder, op, arguments, "Int or Real",
-                 [&](const DataType* sort) { return builder.is_number_sort(sort); });
-      break;
+      return check_numbers(builder, op, arguments);
     case Operands::bit_vectors:
       check_each(builder, op, arguments, "a bit-vector",
                  [](const DataType* sort) { return sort->kind() == DataType::Kind::bit_vector; });
@@ -130,13 +149,6 @@ void check_sorts(const TermBuilder& builder, const Operator& op, std::span<const
     case Operands::same_width:
       check_same_width(builder, op, arguments);
       break;
-  }
-}
-
-bool any_real(const TermBuilder& builder, std::span<const Value> arguments) {
-  for (const Value argument : arguments) {
-    if (builder.is_real(argument))
-      return true;
   }
   return false;
 }
@@ -226,9 +238,10 @@ Value apply_operator(TermBuilder& builder, const Operator& op, std::span<const Q
     throw TermManager::error("found " + count_of_arguments(arguments.size()) + " of " +
                              std::string(op.name) + ", expected " + expected_count(op));
   }
-  check_sorts(builder, op, arguments);
-  const bool real = (op.operands == Operands::numbers || op.operands == Operands::same) &&
-                    any_real(builder, arguments);
+  const bool real = check_sorts(builder, op, arguments);
+  if (arguments.size() == 2 && op.step != nullptr) {  // as mostly: one step, whatever the shape
+    return {op.step(builder, arguments[0].term, arguments[1].term, real), false};
+  }
   switch (op.shape) {
     case Shape::constant:
       return {op.step(builder, nullptr, nullptr, false), false};

@@ -76,34 +76,32 @@ Value SmtLib2TermParser::symbol(const Token& token) {
     c_.lexer.error(token.position,
                    "found the reserved word " + std::string(token.text) + ", expected a term");
   }
-  return constant_of(name, token);
+  if (name.binding.kind != BindingKind::value) [[unlikely]] {
+    return bind_constant(name, token);
+  }
+  return name.binding.value();
 }
 
-Value SmtLib2TermParser::constant_of(Name& name, const Token& token) {
+/// Gives what a symbol without brackets denotes to which no value is bound. One is to a declared
+/// constant afterwards.
+Value SmtLib2TermParser::bind_constant(Name& name, const Token& token) {
   if (name.is_free() && c_.use_signature)
     find_in_signature(name);
-  switch (name.binding.kind) {
-    case BindingKind::value:
-      return name.binding.value();
-    case BindingKind::function:
-      if (name.binding.function->arity == 0) {
-        const Term* constant = c_.builder.manager().make_term(name.binding.function);
-        name.binding = Binding::to_value({constant, false});
-        return {constant, false};
-      }
-      break;
-    case BindingKind::definition:
-      if (name.binding.definition->parameter_sorts.empty()) {
-        return c_.definitions.apply(*name.binding.definition, name.text, {});
-      }
-      break;
-    case BindingKind::none:
-      if (name.theory_operator == nullptr)
-        error_unknown(token);
-      if (name.theory_operator->shape == Shape::constant) {
-        return apply_operator(c_.builder, *name.theory_operator, {}, {});
-      }
-      break;
+  const BindingKind kind = name.binding.kind;
+  if (kind == BindingKind::function && name.binding.function->arity == 0) {
+    const Term* constant = c_.builder.manager().make_term(name.binding.function);
+    name.binding = Binding::to_value({constant, false});
+    return {constant, false};
+  }
+  if (kind == BindingKind::definition && name.binding.definition->parameter_sorts.empty()) {
+    return c_.definitions.apply(*name.binding.definition, name.text, {});
+  }
+  if (kind == BindingKind::none) {
+    if (name.theory_operator == nullptr)
+      error_unknown(token);
+    if (name.theory_operator->shape == Shape::constant) {
+      return apply_operator(c_.builder, *name.theory_operator, {}, {});
+    }
   }
   c_.lexer.error(token.position,
                  "found " + std::string(token.raw) + " without arguments, expected a term");
@@ -143,14 +141,23 @@ bool SmtLib2TermParser::open(TextPosition position) {
       return true;
     case ReservedWord::forall:
     case ReservedWord::exists:
-      c_.lexer.error(position, "found " + std::string(head.text) +
-                                   " (quantifiers), expected a term without quantifiers");
     case ReservedWord::match:
-      c_.lexer.error(position, "found match (datatypes), expected a term without datatypes");
     case ReservedWord::other:
       break;
   }
-  c_.lexer.error(head.position, "found the reserved word " + std::string(head.text) +
+  error_reserved(name, head, position);
+}
+
+/// Throws for a reserved word behind the opening bracket at `position` that begins nothing that is
+/// read.
+void SmtLib2TermParser::error_reserved(const Name& name, const Token& word,
+                                       TextPosition position) const {
+  const std::string found = "found " + std::string(word.text);
+  if (name.reserved == ReservedWord::forall || name.reserved == ReservedWord::exists)
+    c_.lexer.error(position, found + " (quantifiers), expected a term without quantifiers");
+  if (name.reserved == ReservedWord::match)
+    c_.lexer.error(position, found + " (datatypes), expected a term without datatypes");
+  c_.lexer.error(word.position, "found the reserved word " + std::string(word.text) +
                                     ", expected an operator, a function, let, ! or _");
 }
 
@@ -160,27 +167,33 @@ void SmtLib2TermParser::open_application(Name& name, const Token& token, TextPos
   Frame frame = new_frame(Frame::Kind::operation, position);
   frame.name = &name;
   const Binding& binding = name.binding;
-  if (binding.kind == BindingKind::function && binding.function->arity > 0) {
+  const Operator* const op = name.theory_operator;
+  if (binding.kind == BindingKind::none && op != nullptr && op->shape != Shape::constant &&
+      op->num_indices == 0) {
+    frame.op = op;
+  } else if (binding.kind == BindingKind::function && binding.function->arity > 0) {
     frame.kind = Frame::Kind::function;
     frame.function = binding.function;
   } else if (binding.kind == BindingKind::definition &&
              !binding.definition->parameter_sorts.empty()) {
     frame.kind = Frame::Kind::definition;
     frame.definition = binding.definition;
-  } else if (binding.kind != BindingKind::none ||
-             (name.theory_operator != nullptr && name.theory_operator->shape == Shape::constant)) {
-    c_.lexer.error(token.position, "found " + std::string(token.raw) +
-                                       ", which takes no arguments, expected a function");
-  } else if (name.theory_operator == nullptr) {
-    error_unknown(token);
-  } else if (name.theory_operator->num_indices > 0) {
-    c_.lexer.error(token.position, "found " + std::string(token.raw) +
-                                       " without indices, expected ((_ " + std::string(token.raw) +
-                                       " index) argument)");
   } else {
-    frame.op = name.theory_operator;
+    error_no_function(name, token);
   }
   frames_.push_back(frame);
+}
+
+/// Throws for a symbol behind an opening bracket that takes no arguments, or none as it stands.
+void SmtLib2TermParser::error_no_function(const Name& name, const Token& token) const {
+  const std::string found = "found " + std::string(token.raw);
+  if (name.binding.kind == BindingKind::none && name.theory_operator == nullptr)
+    error_unknown(token);
+  if (name.binding.kind == BindingKind::none && name.theory_operator->num_indices > 0) {
+    c_.lexer.error(token.position, found + " without indices, expected ((_ " +
+                                       std::string(token.raw) + " index) argument)");
+  }
+  c_.lexer.error(token.position, found + ", which takes no arguments, expected a function");
 }
 
 /// Reads on behind `((`.

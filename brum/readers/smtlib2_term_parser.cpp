@@ -31,7 +31,7 @@ Value SmtLib2TermParser::parse(std::string* name) {
       case TokenKind::end:
         c_.lexer.error_expected(frames_.empty() ? "a term" : "a term or ')'");
     }
-    if (!has_value)
+    if (!has_value || waits_for_arguments())
       continue;
     settle();
     if (frames_.empty())
@@ -70,11 +70,13 @@ void SmtLib2TermParser::settle() {
 bool SmtLib2TermParser::close() {
   if (frames_.empty())
     c_.lexer.error_expected("a term");
-  if (end_divisors_difference())
-    return false;
-  if (fold_numbers())
-    return true;
   Frame& frame = frames_.back();
+  if (!is_plain(frame)) {
+    if (end_divisors_difference())
+      return false;
+    if (fold_numbers())
+      return true;
+  }
   switch (frame.kind) {
     case Frame::Kind::operation:
     case Frame::Kind::function:

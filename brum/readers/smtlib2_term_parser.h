@@ -53,7 +53,7 @@ class SmtLib2TermParser : private TermStack {
 
   // Symbols and brackets.
   Value symbol(const Token& token);
-  Value constant_of(Name& name, const Token& token);
+  Value bind_constant(Name& name, const Token& token);
   bool open(TextPosition position);
   void open_application(Name& name, const Token& token, TextPosition position);
   void open_compound_head(TextPosition position);
@@ -65,6 +65,9 @@ class SmtLib2TermParser : private TermStack {
   Name& read_name(const std::string& expected);
   void expect_right_bracket();
   [[noreturn]] void error_unknown(const Token& token) const;
+  [[noreturn]] void error_no_function(const Name& name, const Token& token) const;
+  [[noreturn]] void error_reserved(const Name& name, const Token& word,
+                                   TextPosition position) const;
 
   // Finished terms.
   bool close();

@@ -12,15 +12,6 @@ void TermStack::clear() {
   indices_.clear();
 }
 
-TermStack::Frame TermStack::new_frame(Frame::Kind kind, TextPosition position) const {
-  Frame frame;
-  frame.kind = kind;
-  frame.first_value = values_.size();
-  frame.first_index = indices_.size();
-  frame.position = position;
-  return frame;
-}
-
 void TermStack::find_in_signature(Name& name) const {
   const Symbol* symbol = builder_.manager().get_signature()->get_symbol(name.text);
   if (symbol != nullptr)
@@ -81,7 +72,7 @@ bool TermStack::fold_numbers() {
     number = {numbers_[numbers_.size() - 2].value / number.value, true};
   }
   numbers_.resize(numbers_.size() - count);
-  values_.resize(first);
+  values_.shrink(first);
   frames_.pop_back();
   push_number(number);
   return true;
@@ -113,12 +104,10 @@ bool TermStack::end_divisors_difference() {
   return is_one;
 }
 
-std::span<Value> TermStack::arguments() {
-  const std::span<Value> arguments = std::span(values_).subspan(frames_.back().first_value);
-  if (numbers_.empty()) {
-    return arguments;
-  }
+/// Makes terms of the numbers among the arguments of the frame on top.
+void TermStack::make_terms_of_numbers() {
   const auto is_number = [](const Value& value) { return value.term == nullptr; };
+  const std::span<Value> arguments(values_.begin() + frames_.back().first_value, values_.end());
   const auto count = static_cast<std::size_t>(std::ranges::count_if(arguments, is_number));
   std::size_t next = numbers_.size() - count;
   for (Value& argument : arguments) {
@@ -127,7 +116,6 @@ std::span<Value> TermStack::arguments() {
     }
   }
   numbers_.resize(numbers_.size() - count);
-  return arguments;
 }
 
 Value TermStack::build(const Frame& frame, std::span<Value> arguments) {
@@ -162,16 +150,6 @@ Value TermStack::apply_function(const Symbol* function, std::span<const Value> a
     children_.push_back(arguments[i].term);
   }
   return {builder_.manager().make_term(function, children_), false};
-}
-
-void TermStack::end_application(Value value) {
-  const Frame& frame = frames_.back();
-  values_.resize(frame.first_value);
-  if (frame.kind == Frame::Kind::operation && !indices_.empty()) {
-    indices_.resize(frame.first_index);
-  }
-  frames_.pop_back();
-  values_.push_back(value);
 }
 
 }  // namespace brum

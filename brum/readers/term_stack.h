@@ -28,9 +28,11 @@ class TermStack {
  protected:
   struct Frame {
     enum class Kind : std::uint8_t {
-      operation,    // of a theory
-      function,     // a declared symbol
-      definition,   // a defined function
+      // Applications, of ...
+      operation,   // an operator of a theory
+      function,    // a declared symbol
+      definition,  // a defined function
+      // All else.
       let_binding,  // the value of a let variable
       let_body,
       annotated,  // (! ...
@@ -58,13 +60,31 @@ class TermStack {
   void clear();
 
   /// Makes a frame whose arguments and indices begin at the top of the stacks.
-  Frame new_frame(Frame::Kind kind, TextPosition position) const;
+  Frame new_frame(Frame::Kind kind, TextPosition position) const {
+    Frame frame;
+    frame.kind = kind;
+    frame.first_value = values_.size();
+    frame.first_index = indices_.size();
+    frame.position = position;
+    return frame;
+  }
 
   /// Lets a name that is not declared stand for the manager's symbol of that name, if there is one.
   void find_in_signature(Name& name) const;
 
   /// Pushes the value of a numeral, decimal or other literal.
   void push_literal(const Token& token);
+
+  /// Whether the frame on top is an application, which one more value does not end.
+  bool waits_for_arguments() const {
+    return !frames_.empty() && frames_.back().kind <= Frame::Kind::definition;
+  }
+
+  /// Whether an operator takes something else than what its arguments build: only then can the
+  /// frame on top end by one of the next two functions.
+  static bool is_plain(const Frame& frame) {
+    return frame.kind != Frame::Kind::operation || frame.op->role == Operator::Role::plain;
+  }
 
   /// Ends the frame on top if it is a difference alone below `divisible`, whose arguments it leaves
   /// to that operator. Gives whether it was one.
@@ -75,24 +95,38 @@ class TermStack {
   bool fold_numbers();
 
   /// The finished arguments of the frame on top, which is an application; with terms for numbers.
-  std::span<Value> arguments();
+  std::span<Value> arguments() {
+    if (!numbers_.empty()) {
+      make_terms_of_numbers();
+    }
+    return {values_.begin() + frames_.back().first_value, values_.end()};
+  }
 
   /// Gives what an operation or a declared function makes of its arguments. Throws
   /// TermManager::error `found …, expected …`.
   Value build(const Frame& frame, std::span<Value> arguments);
 
   /// Pops the frame on top, an application, with its arguments, and pushes its value.
-  void end_application(Value value);
+  void end_application(Value value) {
+    const Frame& frame = frames_.back();
+    values_.shrink(frame.first_value);
+    if (frame.kind == Frame::Kind::operation && !indices_.empty()) {
+      indices_.resize(frame.first_index);
+    }
+    frames_.pop_back();
+    values_.push_back(value);
+  }
 
   /// The value on top as a term, also where it might be part of the spelling of a number.
   const Term* top_term();
 
   LargeList<Frame> frames_;
-  std::vector<Value> values_;  // of finished arguments; those without a term are in numbers_
+  LargeList<Value> values_;  // of finished arguments; those without a term are in numbers_
   std::vector<QNumber> indices_;
 
  private:
   bool waits_for_number() const;
+  void make_terms_of_numbers();
   void push_number(const Number& number);
   Value apply_function(const Symbol* function, std::span<const Value> arguments);
 

@@ -104,10 +104,13 @@ void TermStore::empty_slot_of(const Term* term) noexcept {
   marks_[slot] = 0;
 }
 
-void TermStore::make_room_in_table() {
-  if ((num_in_table_ + 1) * 4 <= slots_.size() * 3) {
-    return;
+inline void TermStore::make_room_in_table() {
+  if ((num_in_table_ + 1) * 4 > slots_.size() * 3) {
+    grow_table();
   }
+}
+
+[[gnu::noinline]] void TermStore::grow_table() {
   const std::size_t new_size = std::max(smallest_table, slots_.size() * 2);
   LargeArray<const Term*> new_slots(new_size);
   LargeArray<std::uint8_t> new_marks(new_size);
@@ -150,14 +153,17 @@ const Term* TermStore::term_at(const Chunk& chunk, std::size_t offset) noexcept 
   return reinterpret_cast<const Term*>(chunk.memory.begin() + offset + sizeof(Header));
 }
 
-TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
+inline TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
   if (chunks_.empty() || chunks_.back().memory.size() - chunks_.back().used < bytes) {
-    const std::size_t usual = chunks_.empty()
-                                  ? smallest_chunk
-                                  : std::min(chunks_.back().memory.size() * 2, largest_chunk);
-    chunks_.push_back({LargeBlock(std::max(usual, bytes)), 0});
+    add_chunk(bytes);
   }
   return chunks_.back();
+}
+
+[[gnu::noinline]] void TermStore::add_chunk(std::size_t least_bytes) {
+  const std::size_t usual =
+      chunks_.empty() ? smallest_chunk : std::min(chunks_.back().memory.size() * 2, largest_chunk);
+  chunks_.push_back({LargeBlock(std::max(usual, least_bytes)), 0});
 }
 
 /// Makes a new term, which is in no table yet. Throws std::bad_alloc and then changes nothing.

@@ -87,7 +87,9 @@ class BRUM_EXPORT TermStore {
   void empty_slot_of(const Term* term) noexcept;
   void forget(const Term* term) noexcept;
   void make_room_in_table();
+  void grow_table();
   Chunk& chunk_with_room(std::size_t bytes);
+  void add_chunk(std::size_t least_bytes);
   const Term* add(const Symbol* symbol, std::span<const Term* const> arguments);
   const Term*& first_user_of(const Term* term) { return first_users_[term->id - 1]; }
 
