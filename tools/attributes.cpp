@@ -4,8 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "brum/printers/check_names.h"
-#include "brum/printers/smtlib_identifiers.h"
+#include "brum/terms/term_manager.h"
 #include "brum/utils/concat.h"
 
 namespace brum::tools {
@@ -44,11 +43,6 @@ FreeNames::FreeNames(const hsh::HashSet<const Symbol*>& taken) {
 std::string_view symbol_name(std::string_view text) {
   const bool quoted = text.size() >= 2 && text.front() == '|' && text.back() == '|';
   return quoted ? text.substr(1, text.size() - 2) : text;
-}
-
-std::string name_as_symbol(const std::string& name) {
-  const bool plain = !name.empty() && is_simple_symbol(name) && !is_reserved_word(name);
-  return plain ? name : "|" + name + "|";
 }
 
 AnnotationMap& keep_attributes(const Script& script,

@@ -27,9 +27,6 @@ class FreeNames {
 /// Gives the name that a symbol of SMT-LIB 2.6 stands for: its text without bars.
 std::string_view symbol_name(std::string_view text);
 
-/// Gives the symbol of SMT-LIB 2.6 for a name: with bars where it needs them.
-std::string name_as_symbol(const std::string& name);
-
 /// Gives the attributes of the script's terms that solvers accept where the terms are printed:
 /// names that are free, and other attributes that have a plain value and no meaning of their own
 /// outside quantifiers. `printed_once` says whether the document prints a term exactly once;

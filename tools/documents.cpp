@@ -191,7 +191,7 @@ std::string DocumentSource::logic() const {
     return name;
   }
   if (line.form != Form::v1) {
-    return name_as_symbol(name);
+    return v2_symbol(name);
   }
   if (v1_identifier(name) != name) {
     throw CannotExpress("the logic '" + name + "' is no identifier of SMT-LIB 1.2");

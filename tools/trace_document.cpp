@@ -5,6 +5,7 @@
 
 #include "attributes.h"
 #include "brum/printers/reference_counts.h"
+#include "brum/printers/smtlib_identifiers.h"
 #include "brum/printers/symbol_collector.h"
 #include "documents.h"
 #include "printed_once.h"
@@ -132,11 +133,11 @@ class TraceWriter {
       return "";
     }
     if (!names_.take(name)) {
-      source_.diagnostics.warn("the name " + name_as_symbol(name) +
+      source_.diagnostics.warn("the name " + v2_symbol(name) +
                                " of an assertion is left out: it is given twice or declared");
       return "";
     }
-    return ":named " + name_as_symbol(name);
+    return ":named " + v2_symbol(name);
   }
 
   const DocumentSource& source_;

@@ -5,7 +5,7 @@
 
 #include "brum/capi/options.h"
 #include "brum/capi/sink_stream.h"
-#include "brum/printers/check_names.h"
+#include "brum/printers/smtlib_identifiers.h"
 
 using namespace brum::capi;
 
@@ -65,7 +65,7 @@ void require_formula(const brum_term* formula) {
 }
 
 /// Gives the attribute that names an assertion, empty without a name.
-std::string name_attribute(const brum::SmtLib2TermPrinter& printer, const char* name) {
+std::string name_attribute(const char* name) {
   if (name == nullptr) {
     return {};
   }
@@ -73,7 +73,7 @@ std::string name_attribute(const brum::SmtLib2TermPrinter& printer, const char* 
   if (text.empty() || text.find_first_of("|\\") != std::string::npos) {
     throw brum::Exception("an assertion cannot have the name `" + text + "`");
   }
-  return ":named " + (brum::is_reserved_word(text) ? "|" + text + "|" : printer.to_smtlib(text));
+  return ":named " + brum::v2_symbol(text);
 }
 
 }  // namespace
@@ -127,7 +127,7 @@ brum_status brum_trace_assert(brum_trace* trace, const brum_term* formula, const
       trace, sink,
       [&] {
         require_formula(formula);
-        return name_attribute(*trace->printer, name);
+        return name_attribute(name);
       },
       [&](brum::SmtLib2TermPrinter& printer, std::ostream& out, const std::string& attribute) {
         printer.apitracer_print_term(out, object(formula), attribute);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "brum/printers/check_names.h"
 #include "brum/printers/smtlib_term_printer.h"
 #include "brum/utils/concat.h"
 
@@ -73,6 +74,11 @@ bool is_v1_identifier(std::string_view name) {
 
 bool is_simple_symbol(std::string_view name) {
   return (name.empty() || !is_digit(name.front())) && are_all_in(simple_symbol_bytes, name);
+}
+
+std::string v2_symbol(std::string_view name) {
+  const bool is_plain = !name.empty() && is_simple_symbol(name) && !is_reserved_word(name);
+  return is_plain ? std::string(name) : concat({"|", name, "|"});
 }
 
 std::string SmtLibTermPrinter::to_smtlib(const std::string& name) const {

@@ -21,6 +21,11 @@ BRUM_EXPORT bool is_v1_identifier(std::string_view name);
 /// only, no digit first. True for the empty name and for reserved words.
 BRUM_EXPORT bool is_simple_symbol(std::string_view name);
 
+/// Gives the symbol of SMT-LIB 2.6 that stands for a name: the name where it is one, else the name
+/// between bars, which the empty name and reserved words need too. No symbol stands for a name with
+/// a bar or a backslash.
+BRUM_EXPORT std::string v2_symbol(std::string_view name);
+
 }  // namespace brum
 
 #endif  // BRUM_PRINTERS_SMTLIB_IDENTIFIERS_H

@@ -39,8 +39,14 @@ const Term* sign_bit(TermManager& manager, const Term* x) {
   return manager.make_extract(width_of(x) - 1, width_of(x) - 1, x);
 }
 
+/// Of more bits a number is put together, so that its text stays short.
+constexpr std::size_t most_bits_of_numeral = 4096;
+
 /// 2^(width - 1), the smallest signed number.
 const Term* smallest_signed(TermManager& manager, std::size_t width) {
+  if (width > most_bits_of_numeral) {
+    return manager.make_concat(manager.make_bv_number(1, 1), manager.make_bv_number(0, width - 1));
+  }
   mpz_class value = 1;
   value <<= width - 1;
   return manager.make_bv_number(QNumber(value, 1), width);
@@ -48,6 +54,9 @@ const Term* smallest_signed(TermManager& manager, std::size_t width) {
 
 /// All bits set, -1 as a signed number.
 const Term* minus_one(TermManager& manager, std::size_t width) {
+  if (width > most_bits_of_numeral) {
+    return manager.make_bvnot(manager.make_bv_number(0, width));
+  }
   mpz_class value = 1;
   value <<= width;
   value -= 1;

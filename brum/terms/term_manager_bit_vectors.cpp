@@ -137,7 +137,7 @@ const Term* TermManager::make_concat(const Term* a, const Term* b) {
   const std::size_t high = require_bv("concat", a);
   const std::size_t low = require_bv("concat", b);
   if (high > std::numeric_limits<std::size_t>::max() - low) {
-    throw error("concat: the widths add up to more than can be counted");
+    throw error("concat: the widths add up to 2^64 bits or more, expected fewer");
   }
   const OperatorKey key{
       .tag = SymbolTag::bv_concat, .first_sort = a->sort(), .second_sort = b->sort()};
@@ -175,7 +175,7 @@ const Term* TermManager::make_extended(SymbolTag::tag tag, std::size_t n, const 
   const std::string_view name = operator_name(tag).name;
   const std::size_t width = require_bv(name, a);
   if (n > std::numeric_limits<std::size_t>::max() - width) {
-    throw error(std::string(name) + ": the width becomes more than can be counted");
+    throw error(std::string(name) + ": the width becomes 2^64 bits or more, expected fewer");
   }
   return apply_bv_indexed(tag, n, width + n, a);
 }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "brum/printers/smtlib_identifiers.h"
 #include "file_stream.h"
 #include "options.h"
 
@@ -65,8 +66,7 @@ class Trace {
       if (text.empty() || text.find_first_of("|\\") != std::string::npos) {
         throw TermPrinter::error("an assertion cannot have the name `" + text + "`");
       }
-      attribute = ":named ";
-      attribute += is_reserved_word(text) ? "|" + text + "|" : printer_->to_smtlib(text);
+      attribute = ":named " + v2_symbol(text);
     }
     write([&](std::ostream& out) { printer_->apitracer_print_term(out, formula.term, attribute); });
   }

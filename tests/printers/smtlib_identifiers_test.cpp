@@ -137,6 +137,17 @@ TEST(SmtLibIdentifiers, EveryByteOfVersion2) {
   }
 }
 
+TEST(SmtLibIdentifiers, ASymbolIsPutBetweenBarsWhereItNeedsThem) {
+  for (const char* plain : {"x", "a-b", "+", "and", ".def_1", "LET", "Int"}) {
+    EXPECT_EQ(v2_symbol(plain), plain);
+  }
+  EXPECT_EQ(v2_symbol(""), "||");
+  EXPECT_EQ(v2_symbol("1x"), "|1x|");
+  EXPECT_EQ(v2_symbol("a b"), "|a b|");
+  EXPECT_EQ(v2_symbol("let"), "|let|");
+  EXPECT_EQ(v2_symbol("check-sat"), "|check-sat|");
+}
+
 TEST(SmtLibIdentifiers, TheLocaleOfTheProcessDoesNotMatter) {
   const std::string before = std::setlocale(LC_ALL, nullptr);
   for (const char* name : {"C.UTF-8", "en_US.ISO-8859-1", "C"}) {

@@ -263,6 +263,27 @@ TEST(Operators, SignedModuloTakesTheSignOfTheDivisor) {
   EXPECT_EQ(text_of(mgr, modulo->children[2]), "(bvadd (bvsrem b c) c)");
 }
 
+// As numerals the numbers of these would have 30 million digits.
+TEST(Operators, OverflowPredicatesOfManyBitsStayShort) {
+  const auto text = [](const std::string& width, const std::string& formula) {
+    TermManager mgr;
+    const auto assertions =
+        assertions_of(mgr, "(declare-fun w () (_ BitVec " + width + "))(assert (" + formula + "))");
+    return text_of(mgr, assertions.front());
+  };
+  EXPECT_EQ(text("100000000", "bvnego w"), "(= w (concat (_ bv1 1) (_ bv0 99999999)))");
+  EXPECT_EQ(text("100000000", "bvsdivo w w"),
+            "(and (= w (concat (_ bv1 1) (_ bv0 99999999))) (= w (bvnot (_ bv0 100000000))))");
+  EXPECT_EQ(text("4097", "bvnego w"), "(= w (concat (_ bv1 1) (_ bv0 4096)))");
+  EXPECT_EQ(text("4097", "bvsdivo w w"),
+            "(and (= w (concat (_ bv1 1) (_ bv0 4096))) (= w (bvnot (_ bv0 4097))))");
+  const QNumber smallest = QNumber(mpz_class(1) << 4095U, 1);
+  EXPECT_EQ(text("4096", "bvnego w"), "(= w (_ bv" + smallest.to_str() + " 4096))");
+  EXPECT_EQ(text("4096", "bvsdivo w w"), "(and (= w (_ bv" + smallest.to_str() +
+                                             " 4096)) (= w (_ bv" +
+                                             (smallest + smallest - 1).to_str() + " 4096)))");
+}
+
 TEST(Operators, OverflowPredicates) {
   expect_rows({
       {"(bvnego d)", "(= d (_ bv8 4))"},
