@@ -247,8 +247,6 @@ Value apply_operator(TermBuilder& builder, const Operator& op, std::span<const Q
       return {op.step(builder, nullptr, nullptr, false), false};
     case Shape::unary:
       return {op.step(builder, arguments[0].term, nullptr, real), false};
-    case Shape::binary:
-      return {op.step(builder, arguments[0].term, arguments[1].term, real), false};
     case Shape::associative:
       return fold_balanced(builder, op.step, arguments, real);
     case Shape::left:
@@ -257,6 +255,7 @@ Value apply_operator(TermBuilder& builder, const Operator& op, std::span<const Q
       return {fold_right(builder, op, arguments), false};
     case Shape::chain:
       return fold_chain(builder, op, arguments, real);
+    case Shape::binary:  // never here: it has two
     case Shape::whole:
       break;
   }

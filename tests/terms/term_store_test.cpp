@@ -357,41 +357,55 @@ TEST(TermStore, ABuilderWithoutMemoryLeavesTheTermsOfBefore) {
   }
 }
 
-TEST(TermStore, ABooleanIfThenElseIsMadeWholeOrNotAtAll) {
-  // At 45 to 48 terms one of its four terms makes the unique table grow.
-  for (std::size_t filler = 40; filler < 52; ++filler) {
-    for (std::size_t failing = 1;; ++failing) {
-      TermManager mgr;
-      const Term* c = make_bool(mgr, "c");
-      const Term* a = make_bool(mgr, "a");
-      const Term* b = make_bool(mgr, "b");
-      while (mgr.num_terms() < filler) {
-        mgr.make_number(static_cast<std::int64_t>(mgr.num_terms()));
-      }
-      bool threw = false;
-      bool hit = false;
-      {
-        const MemoryFault fault(failing);
-        try {
-          mgr.make_ite(c, a, b);
-        } catch (const std::bad_alloc&) {
-          threw = true;
-        }
-        hit = fault.hit();
-      }
-      ASSERT_EQ(threw, hit);
-      if (!hit) {
-        break;
-      }
-      EXPECT_EQ(mgr.num_terms(), filler);
-      EXPECT_EQ(mgr.num_uses(c), 0U);
-      EXPECT_EQ(mgr.num_uses(a), 0U);
-      EXPECT_EQ(mgr.num_uses(b), 0U);
-      const Term* term = mgr.make_ite(c, a, b);
-      EXPECT_EQ(term->id, filler + 4);
-      EXPECT_EQ(term->children[0]->children[0], mgr.make_not(c));
-      EXPECT_EQ(mgr.num_uses(c), 2U);
+/// Every allocation of an if-then-else over Bool fails once, in a store of `filler` terms. Its
+/// arguments have users before or not: its terms are looked for in the unique table, or are not.
+void expect_if_then_else_whole_or_not_at_all(std::size_t filler, bool arguments_have_users) {
+  for (std::size_t failing = 1;; ++failing) {
+    TermManager mgr;
+    const Term* c = make_bool(mgr, "c");
+    const Term* a = make_bool(mgr, "a");
+    const Term* b = make_bool(mgr, "b");
+    if (arguments_have_users) {
+      mgr.make_and(a, a);
+      mgr.make_and(b, b);
+      mgr.make_and(c, c);
     }
+    while (mgr.num_terms() < filler) {
+      mgr.make_number(static_cast<std::int64_t>(mgr.num_terms()));
+    }
+    const std::size_t uses_before = mgr.num_uses(c);
+    bool threw = false;
+    bool hit = false;
+    {
+      const MemoryFault fault(failing);
+      try {
+        mgr.make_ite(c, a, b);
+      } catch (const std::bad_alloc&) {
+        threw = true;
+      }
+      hit = fault.hit();
+    }
+    ASSERT_EQ(threw, hit);
+    if (!hit) {
+      return;
+    }
+    EXPECT_EQ(mgr.num_terms(), filler);
+    EXPECT_EQ(mgr.num_uses(c), uses_before);
+    EXPECT_EQ(mgr.num_uses(a), uses_before);
+    EXPECT_EQ(mgr.num_uses(b), uses_before);
+    const Term* term = mgr.make_ite(c, a, b);
+    EXPECT_EQ(term->id, filler + 4);
+    EXPECT_EQ(term->children[0]->children[0], mgr.make_not(c));
+    EXPECT_EQ(mgr.num_uses(c), uses_before + 2);
+  }
+}
+
+TEST(TermStore, ABooleanIfThenElseIsMadeWholeOrNotAtAll) {
+  // So many that for some numbers one of its four terms makes the list of first users, a chunk or
+  // the unique table grow.
+  for (std::size_t filler = 40; filler < 200; ++filler) {
+    expect_if_then_else_whole_or_not_at_all(filler, false);
+    expect_if_then_else_whole_or_not_at_all(filler, true);
   }
 }
 
