@@ -341,6 +341,7 @@ TEST(Operators, RefuseWrongNumbersOfArguments) {
       {"(= x (select t))", "found 1 argument of select, expected 2"},
       {"(h u v)", "found 2 arguments of h, expected 1"},
       {"(h)", "found 0 arguments of h, expected 1"},
+      {"(= x (g x))", "found 1 argument of g, expected 2"},
       {"(true)", "found true, which takes no arguments, expected a function"},
       {"(p)", "found p, which takes no arguments, expected a function"},
   };
@@ -363,6 +364,8 @@ TEST(Operators, RefuseWrongSorts) {
       {"(= i (mod (to_real i) 3))", "found Real as argument 1 of mod, expected Int"},
       {"((_ divisible 3) x)", "found Real as argument 1 of divisible, expected Int"},
       {"(= a (bvadd a d))", "found (_ BitVec 4) as argument 2 of bvadd, expected (_ BitVec 8)"},
+      {"(= i (- #b01))", "found (_ BitVec 2) as argument 1 of -, expected Int or Real"},
+      {"(= x (/ #x0f 2))", "found (_ BitVec 8) as argument 1 of /, expected Int or Real"},
       {"(= a (bvnot i))", "found Int as argument 1 of bvnot, expected a bit-vector"},
       {"(= a (concat a i))", "found Int as argument 2 of concat, expected a bit-vector"},
       {"(= x (select a i))", "found (_ BitVec 8) as argument 1 of select, expected an array"},
@@ -386,6 +389,7 @@ TEST(Operators, RefuseWrongIndices) {
       {"(= d ((_ extract 3 5) a))",
        "found the indices 3 and 5 of extract, expected 8 > first >= second"},
       {"(= d ((_ extract 3) a))", "found 1 index of extract, expected 2"},
+      {"(= d ((_ extract 3 2 1) a))", "found 3 indices of extract, expected 2"},
       {"(= d (extract a))", "found extract without indices, expected ((_ extract index) argument)"},
       {"(= d ((_ bvnot 3) a))", "found the symbol bvnot, expected an indexed operator"},
       {"(= a ((_ repeat 0) a))", "found 0 as the index of repeat, expected at least 1"},
@@ -397,10 +401,53 @@ TEST(Operators, RefuseWrongIndices) {
        "bit-vector: the value 256 does not fit in 8 bits, expected 0 <= value < 2^width"},
       {"(= a (_ bv1 8 8))", "found 2 indices of a bit-vector, expected its width"},
       {"(= a (_ bvx 8))", "found the symbol bvx, expected bv and a numeral"},
+      {"(= a (_ bv 8))", "found the symbol bv, expected bv and a numeral"},
+      {"(= a (_ vb8 8))", "found the symbol vb8, expected bv and a numeral"},
+      {"(= a (_ 8 8))", "found the numeral 8, expected bv and a numeral"},
+      {"(= a (_ bv1 4294967296))",
+       "found a bit-vector of too many bits, expected at most 4294967295"},
   };
   for (const auto& [term, message] : rows) {
     EXPECT_EQ(message_of(term), message) << term;
   }
+}
+
+TEST(Operators, TellToWhichTheoryAnUnknownNameBelongs) {
+  const Rows rows{
+      {"fp.add", "floating point"},
+      {"to_fp_unsigned", "floating point"},
+      {"RNE", "floating point"},
+      {"RTZ", "floating point"},
+      {"roundTowardZero", "floating point"},
+      {"str.++", "strings"},
+      {"re.all", "strings"},
+      {"seq.unit", "sequences"},
+      {"set.union", "sets"},
+      {"bag.count", "bags"},
+      {"ff.add", "finite fields"},
+      {"lambda", "functions as terms"},
+  };
+  for (const auto& [name, theory] : rows) {
+    const std::string message =
+        "found the symbol " + name + " (" + theory + "), expected a declared symbol";
+    EXPECT_EQ(message_of("(= i " + name + ")"), message);
+    EXPECT_EQ(message_of("(= i (" + name + " i))"), message);
+  }
+  EXPECT_EQ(message_of("(= i rounded)"),
+            "found the symbol rounded (floating point), expected a declared symbol");
+  EXPECT_EQ(message_of("(= i setting)"), "found the symbol setting, expected a declared symbol");
+}
+
+// What is a whole term before its last bracket ends, or without one, ends a binding too.
+TEST(Operators, ValuesOfLetsMayBeSpelledInAnyWay) {
+  expect_rows({
+      {"(let ((n (- 3))) (= i n))", "(= i (- 3))"},
+      {"(let ((n (/ 1 2))) (= x n))", "(= x (/ 1 2))"},
+      {"(let ((n 3)) (= i n))", "(= i 3)"},
+      {"(let ((n (_ bv3 8))) (= a n))", "(= a (_ bv3 8))"},
+      {"(let ((n #x03)) (= a n))", "(= a (_ bv3 8))"},
+      {"(let ((n (as v U))) (= u n))", "(= u v)"},
+  });
 }
 
 TEST(Operators, NoTwoHaveOneName) {

@@ -250,4 +250,15 @@ TEST(Script, ReadsSingleTermsOverTheSignature) {
   }
 }
 
+TEST(Script, TermsMayNotNameTheManagersSymbolsUnlessToldSo) {
+  TermManager mgr;
+  const DataType* integer = mgr.get_int_type();
+  mgr.declare("f", mgr.make_function_type({integer}, integer));
+  mgr.declare("x", integer);
+  for (const char* const text : {"x", "(f 3)"}) {
+    std::istringstream in(text);
+    EXPECT_THROW(SmtLib2Reader(mgr).read_term(in), ReadError) << text;
+  }
+}
+
 }  // namespace brum::testing

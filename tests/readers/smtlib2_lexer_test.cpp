@@ -103,12 +103,17 @@ TEST(SmtLib2Lexer, NeedsNoFinalNewline) {
 TEST(SmtLib2Lexer, SaysWhatIsNoTokenAndWhere) {
   const std::vector<std::pair<std::string, std::string>> rows{
       {"\n 007", "f:2:2: error: found 007, expected a numeral without leading zeros"},
+      {"00", "f:1:1: error: found 00, expected a numeral without leading zeros"},
+      {"01", "f:1:1: error: found 01, expected a numeral without leading zeros"},
       {"12x", "f:1:1: error: found 12x, expected a numeral"},
       {"1.", "f:1:1: error: found 1., expected a decimal"},
       {"1.5.2", "f:1:1: error: found 1.5.2, expected a decimal"},
       {"#b012", "f:1:1: error: found #b012, expected #b and binary digits"},
       {"#b", "f:1:1: error: found #b, expected #b and binary digits"},
       {"#xg", "f:1:1: error: found #xg, expected #x and hexadecimal digits"},
+      {"#xf!", "f:1:1: error: found #xf!, expected #x and hexadecimal digits"},
+      {"#b0!", "f:1:1: error: found #b0!, expected #b and binary digits"},
+      {"|a!| \"b!\" 01", "f:1:11: error: found 01, expected a numeral without leading zeros"},
       {"#o17", "f:1:1: error: found #o17, expected #x or #b and digits"},
       {"#", "f:1:1: error: found #, expected #x or #b and digits"},
       {"x :", "f:1:3: error: found :, expected a keyword"},
