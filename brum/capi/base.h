@@ -31,9 +31,9 @@ typedef enum brum_status {
 
 /*
  * A store of sorts, symbols and terms. Sorts, symbols and terms belong to their manager: they are
- * never freed one by one, hold until brum_manager_free(), and must not be handed to another manager
- * (which cannot be detected). The same sort, symbol or application always has the same address.
- * One thread at a time.
+ * never freed one by one, hold until brum_manager_free(), and must not be handed to another
+ * manager, which notices only some of them. The same sort, symbol or application always has the
+ * same address. One thread at a time.
  *
  * Errors: a call that fails returns null, 0 or its status, and leaves the manager as it was. The
  * manager keeps status and text of the FIRST call that failed since the last brum_clear_error(), so

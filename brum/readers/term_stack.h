@@ -80,8 +80,8 @@ class TermStack {
     return !frames_.empty() && frames_.back().kind <= Frame::Kind::definition;
   }
 
-  /// Whether an operator takes something else than what its arguments build: only then can the
-  /// frame on top end by one of the next two functions.
+  /// False only for an application of an operator that the stack treats on its own: one that
+  /// end_divisors_difference() or fold_numbers() may end.
   static bool is_plain(const Frame& frame) {
     return frame.kind != Frame::Kind::operation || frame.op->role == Operator::Role::plain;
   }

@@ -4,6 +4,8 @@
 #include <array>
 #include <utility>
 
+#include "brum/terms/term_manager.h"
+
 namespace brum {
 
 namespace {
@@ -57,6 +59,10 @@ const Term* youngest_of(std::span<const Term* const> terms) {
     }
   }
   return youngest;
+}
+
+[[noreturn]] void refuse_foreign_term() {
+  throw TermManager::error("an argument is a term of another manager, expected one of this");
 }
 
 }  // namespace
@@ -166,7 +172,7 @@ inline TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
   chunks_.push_back({LargeBlock(std::max(usual, least_bytes)), 0});
 }
 
-/// Makes a new term, which is in no table yet. Throws std::bad_alloc and then changes nothing.
+/// Makes a new term, which is in no table yet. Throws std::bad_alloc; all terms are then as before.
 const Term* TermStore::add(const Symbol* symbol, std::span<const Term* const> arguments) {
   const std::size_t bytes = bytes_of(arguments.size());
   Chunk& chunk = chunk_with_room(bytes);
@@ -185,6 +191,9 @@ const Term* TermStore::add(const Symbol* symbol, std::span<const Term* const> ar
 const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> arguments) {
   if (!arguments.empty()) {
     const Term* const youngest = youngest_of(arguments);
+    if (youngest->id > size()) [[unlikely]] {
+      refuse_foreign_term();
+    }
     const Term* const first_user = first_user_of(youngest);
     if (first_user == nullptr) {
       const Term* const term = add(symbol, arguments);

@@ -24,8 +24,8 @@ namespace brum {
 /// was mostly made a moment ago, so that what is looked at is in the cache. Terms that are nobody's
 /// first user, and constants, are in the unique table: open addressing over their addresses, at
 /// most three quarters full, and beside it a byte of each hash, so that a search looks at hardly
-/// any term but the right one. A list of the first users takes 8 bytes a term, the table 12 to 24
-/// for each that is in it.
+/// any term but the right one. A list of the first users takes 8 to 16 bytes a term, the table 12
+/// to 24 for each that is in it.
 class BRUM_EXPORT TermStore {
  public:
   TermStore() = default;
@@ -34,7 +34,8 @@ class BRUM_EXPORT TermStore {
 
   /// Gives the application of `symbol` to `arguments`, made now if it is not there yet. The
   /// arguments must be terms of this store, as many as the symbol's arity. Throws std::bad_alloc
-  /// and then changes nothing.
+  /// and then changes nothing, and TermManager::error where an argument cannot be one of this
+  /// store, as there are fewer terms than its id says.
   const Term* apply(const Symbol* symbol, std::span<const Term* const> arguments);
 
   /// The number of terms, which is also the highest id.
@@ -66,6 +67,8 @@ class BRUM_EXPORT TermStore {
     std::uint64_t num_uses : 63;
     std::uint64_t is_in_table : 1;
   };
+
+  static_assert(sizeof(Header) == sizeof(std::uint64_t));
 
   static Header* header_of(const Term* term) {
     return reinterpret_cast<Header*>(const_cast<Term*>(term)) - 1;

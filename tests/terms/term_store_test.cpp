@@ -258,16 +258,35 @@ double bytes_per_sum(std::size_t size, const std::function<void(TermManager&)>& 
 }
 
 TEST(TermStore, ASumOverTheLastOneIsNotInTheTable) {
-  constexpr std::size_t size = 1'000'000;
-  const double bytes = bytes_per_sum(size, [](TermManager& mgr) {
-    const Term* const x = make_int(mgr, "x");
-    const Term* sum = x;
-    for (std::size_t i = 0; i < size; ++i) {
-      sum = mgr.make_plus(sum, x);
-    }
-  });
-  EXPECT_LT(bytes, 56);
-  EXPECT_GT(bytes, 32);  // else nothing was measured
+  // At the second size the list of first users has just doubled.
+  for (const auto& [size, limit] :
+       {std::pair<std::size_t, double>{1'000'000, 52}, {1'049'000, 61}}) {
+    const std::size_t num_sums = size;
+    const double bytes = bytes_per_sum(num_sums, [num_sums](TermManager& mgr) {
+      const Term* const x = make_int(mgr, "x");
+      const Term* sum = x;
+      for (std::size_t i = 0; i < num_sums; ++i) {
+        sum = mgr.make_plus(sum, x);
+      }
+    });
+    EXPECT_LT(bytes, limit);
+    EXPECT_GT(bytes, 40);  // else nothing was measured
+  }
+}
+
+TEST(TermStore, TermsOfALargerManagerAreRefused) {
+  TermManager small;
+  TermManager large;
+  const Term* const x = make_int(small, "x");
+  const Term* const foreign = large.make_plus(make_int(large, "x"), make_int(large, "y"));
+  try {
+    small.make_plus(x, foreign);
+    FAIL() << "no error";
+  } catch (const TermManager::error& error) {
+    EXPECT_STREQ(error.what(), "an argument is a term of another manager, expected one of this");
+  }
+  EXPECT_EQ(small.num_terms(), 1U);
+  EXPECT_EQ(small.num_uses(x), 0U);
 }
 
 TEST(TermStore, ASumOverMuchUsedTermsTakesLessThanAHundredBytes) {
