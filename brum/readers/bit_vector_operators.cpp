@@ -39,7 +39,7 @@ const Term* sign_bit(TermManager& manager, const Term* x) {
   return manager.make_extract(width_of(x) - 1, width_of(x) - 1, x);
 }
 
-/// Of more bits a number is put together, so that its text stays short.
+/// A number of more bits is made by an operator instead of a numeral, so that its text stays short.
 constexpr std::size_t most_bits_of_numeral = 4096;
 
 /// 2^(width - 1), the smallest signed number.

@@ -191,13 +191,11 @@ void SmtLib1TermParser::open_let(Name& word, TextPosition position) {
 bool SmtLib1TermParser::close() {
   if (frames_.empty())
     c_.lexer.error_expected("a term");
+  if (end_divisors_difference())
+    return false;
+  if (fold_numbers())
+    return true;
   const Frame& frame = frames_.back();
-  if (!is_plain(frame)) {
-    if (end_divisors_difference())
-      return false;
-    if (fold_numbers())
-      return true;
-  }
   switch (frame.kind) {
     case Frame::Kind::let_binding:
       end_let_binding();

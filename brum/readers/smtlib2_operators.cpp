@@ -199,6 +199,23 @@ Value fold_chain(TermBuilder& builder, const Operator& op, std::span<Value> argu
       arguments.first(arguments.size() - 1), false);
 }
 
+/// Puts the arguments of a binary operator, or of one that takes more, together in steps.
+Value fold(TermBuilder& builder, const Operator& op, std::span<Value> arguments, bool real) {
+  if (arguments.size() == 2) {  // as mostly: one step, whatever the shape
+    return {op.step(builder, arguments[0].term, arguments[1].term, real), false};
+  }
+  if (op.shape == Shape::left) {
+    return {fold_left(builder, op, arguments, real), false};
+  }
+  if (op.shape == Shape::right) {
+    return {fold_right(builder, op, arguments), false};
+  }
+  if (op.shape == Shape::chain) {
+    return fold_chain(builder, op, arguments, real);
+  }
+  return fold_balanced(builder, op.step, arguments, real);
+}
+
 }  // namespace
 
 const std::vector<Operator>& smtlib2_operators() {
@@ -239,27 +256,21 @@ Value apply_operator(TermBuilder& builder, const Operator& op, std::span<const Q
                              std::string(op.name) + ", expected " + expected_count(op));
   }
   const bool real = check_sorts(builder, op, arguments);
-  if (arguments.size() == 2 && op.step != nullptr) {  // as mostly: one step, whatever the shape
-    return {op.step(builder, arguments[0].term, arguments[1].term, real), false};
-  }
   switch (op.shape) {
     case Shape::constant:
       return {op.step(builder, nullptr, nullptr, false), false};
     case Shape::unary:
       return {op.step(builder, arguments[0].term, nullptr, real), false};
-    case Shape::associative:
-      return fold_balanced(builder, op.step, arguments, real);
-    case Shape::left:
-      return {fold_left(builder, op, arguments, real), false};
-    case Shape::right:
-      return {fold_right(builder, op, arguments), false};
-    case Shape::chain:
-      return fold_chain(builder, op, arguments, real);
-    case Shape::binary:  // never here: it has two
     case Shape::whole:
+      return op.whole(builder, {indices, arguments, real});
+    case Shape::binary:
+    case Shape::associative:
+    case Shape::left:
+    case Shape::right:
+    case Shape::chain:
       break;
   }
-  return op.whole(builder, {indices, arguments, real});
+  return fold(builder, op, arguments, real);
 }
 
 }  // namespace brum

@@ -77,14 +77,14 @@ Value SmtLib2TermParser::symbol(const Token& token) {
                    "found the reserved word " + std::string(token.text) + ", expected a term");
   }
   if (name.binding.kind != BindingKind::value) [[unlikely]] {
-    return bind_constant(name, token);
+    return look_up_constant(name, token);
   }
   return name.binding.value();
 }
 
-/// Gives what a symbol without brackets denotes to which no value is bound. One is to a declared
-/// constant afterwards.
-Value SmtLib2TermParser::bind_constant(Name& name, const Token& token) {
+/// Gives the same for a name that no value is bound to. The name of a declared constant is bound to
+/// its value from then on.
+Value SmtLib2TermParser::look_up_constant(Name& name, const Token& token) {
   if (name.is_free() && c_.use_signature)
     find_in_signature(name);
   const BindingKind kind = name.binding.kind;

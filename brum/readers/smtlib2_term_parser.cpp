@@ -70,13 +70,11 @@ void SmtLib2TermParser::settle() {
 bool SmtLib2TermParser::close() {
   if (frames_.empty())
     c_.lexer.error_expected("a term");
+  if (end_divisors_difference())
+    return false;
+  if (fold_numbers())
+    return true;
   Frame& frame = frames_.back();
-  if (!is_plain(frame)) {
-    if (end_divisors_difference())
-      return false;
-    if (fold_numbers())
-      return true;
-  }
   switch (frame.kind) {
     case Frame::Kind::operation:
     case Frame::Kind::function:

@@ -53,7 +53,7 @@ class SmtLib2TermParser : private TermStack {
 
   // Symbols and brackets.
   Value symbol(const Token& token);
-  Value bind_constant(Name& name, const Token& token);
+  Value look_up_constant(Name& name, const Token& token);
   bool open(TextPosition position);
   void open_application(Name& name, const Token& token, TextPosition position);
   void open_compound_head(TextPosition position);

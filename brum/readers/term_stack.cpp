@@ -20,16 +20,6 @@ void TermStack::find_in_signature(Name& name) const {
 
 // Numbers in their spellings.
 
-/// Whether a number read now may be part of the spelling of another number. No term is made of it
-/// then, so that reading `(- 3)` or `(/ 1 3)` makes one term and not two or three.
-bool TermStack::waits_for_number() const {
-  if (frames_.empty() || frames_.back().kind != Frame::Kind::operation) {
-    return false;
-  }
-  const Operator::Role role = frames_.back().op->role;
-  return role == Operator::Role::minus || role == Operator::Role::division;
-}
-
 void TermStack::push_literal(const Token& token) {
   const bool is_number = token.kind == TokenKind::numeral || token.kind == TokenKind::decimal;
   if (is_number && waits_for_number()) {
@@ -48,10 +38,8 @@ void TermStack::push_number(const Number& number) {
   }
 }
 
-bool TermStack::fold_numbers() {
-  if (!waits_for_number()) {
-    return false;
-  }
+/// What fold_numbers() does where a minus or a division is on top.
+bool TermStack::fold_number() {
   const bool is_minus = frames_.back().op->role == Operator::Role::minus;
   const std::size_t count = is_minus ? 1 : 2;
   const std::size_t first = frames_.back().first_value;
@@ -88,15 +76,16 @@ const Term* TermStack::top_term() {
 
 // Finished applications.
 
-bool TermStack::end_divisors_difference() {
+/// What end_divisors_difference() does where a minus or a division is on top.
+bool TermStack::end_difference() {
   if (frames_.size() < 2)
     return false;
   const Frame& frame = frames_.back();
   Frame& outer = frames_[frames_.size() - 2];
   const bool is_one =
-      frame.kind == Frame::Kind::operation && frame.op->role == Operator::Role::minus &&
-      values_.size() - frame.first_value == 2 && outer.kind == Frame::Kind::operation &&
-      outer.op->role == Operator::Role::divisible && outer.first_value == frame.first_value;
+      frame.op->role == Operator::Role::minus && values_.size() - frame.first_value == 2 &&
+      outer.kind == Frame::Kind::operation && outer.op->role == Operator::Role::divisible &&
+      outer.first_value == frame.first_value;
   if (is_one) {
     outer.is_difference = true;
     frames_.pop_back();
@@ -105,9 +94,8 @@ bool TermStack::end_divisors_difference() {
 }
 
 /// Makes terms of the numbers among the arguments of the frame on top.
-void TermStack::make_terms_of_numbers() {
+void TermStack::make_terms_of_numbers(std::span<Value> arguments) {
   const auto is_number = [](const Value& value) { return value.term == nullptr; };
-  const std::span<Value> arguments(values_.begin() + frames_.back().first_value, values_.end());
   const auto count = static_cast<std::size_t>(std::ranges::count_if(arguments, is_number));
   std::size_t next = numbers_.size() - count;
   for (Value& argument : arguments) {

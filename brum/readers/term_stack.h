@@ -28,11 +28,11 @@ class TermStack {
  protected:
   struct Frame {
     enum class Kind : std::uint8_t {
-      // Applications, of ...
-      operation,   // an operator of a theory
-      function,    // a declared symbol
-      definition,  // a defined function
-      // All else.
+      // Applications:
+      operation,   // of an operator of a theory
+      function,    // of a declared symbol
+      definition,  // of a defined function
+      // Others:
       let_binding,  // the value of a let variable
       let_body,
       annotated,  // (! ...
@@ -80,26 +80,21 @@ class TermStack {
     return !frames_.empty() && frames_.back().kind <= Frame::Kind::definition;
   }
 
-  /// False only for an application of an operator that the stack treats on its own: one that
-  /// end_divisors_difference() or fold_numbers() may end.
-  static bool is_plain(const Frame& frame) {
-    return frame.kind != Frame::Kind::operation || frame.op->role == Operator::Role::plain;
-  }
-
   /// Ends the frame on top if it is a difference alone below `divisible`, whose arguments it leaves
   /// to that operator. Gives whether it was one.
-  bool end_divisors_difference();
+  bool end_divisors_difference() { return waits_for_number() && end_difference(); }
 
   /// Ends the frame on top if it is the spelling of a number: minus a number, or one number divided
   /// by another that is not 0. Pushes that number and gives whether it was one.
-  bool fold_numbers();
+  bool fold_numbers() { return waits_for_number() && fold_number(); }
 
   /// The finished arguments of the frame on top, which is an application; with terms for numbers.
   std::span<Value> arguments() {
+    const std::span arguments(values_.begin() + frames_.back().first_value, values_.end());
     if (!numbers_.empty()) {
-      make_terms_of_numbers();
+      make_terms_of_numbers(arguments);
     }
-    return {values_.begin() + frames_.back().first_value, values_.end()};
+    return arguments;
   }
 
   /// Gives what an operation or a declared function makes of its arguments. Throws
@@ -125,8 +120,20 @@ class TermStack {
   std::vector<QNumber> indices_;
 
  private:
-  bool waits_for_number() const;
-  void make_terms_of_numbers();
+  /// Whether a number read now may be part of the spelling of another number: the frame on top is a
+  /// minus or a division. No term is made of it then, so that reading `(- 3)` or `(/ 1 3)` makes
+  /// one term and not two or three.
+  bool waits_for_number() const {
+    if (frames_.empty() || frames_.back().kind != Frame::Kind::operation) {
+      return false;
+    }
+    const Operator::Role role = frames_.back().op->role;
+    return role == Operator::Role::minus || role == Operator::Role::division;
+  }
+
+  bool end_difference();
+  bool fold_number();
+  void make_terms_of_numbers(std::span<Value> arguments);
   void push_number(const Number& number);
   Value apply_function(const Symbol* function, std::span<const Value> arguments);
 
