@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <utility>
 
 #include "brum/terms/term_manager.h"
@@ -61,8 +62,9 @@ const Term* youngest_of(std::span<const Term* const> terms) {
   return youngest;
 }
 
-[[noreturn]] void refuse_foreign_term() {
-  throw TermManager::error("an argument is a term of another manager, expected one of this");
+[[noreturn]] void refuse_foreign_term(const Symbol* symbol) {
+  throw TermManager::error(std::string(symbol->name_view()) +
+                           ": an argument is a term of another manager, expected one of this");
 }
 
 }  // namespace
@@ -192,7 +194,7 @@ const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> 
   if (!arguments.empty()) {
     const Term* const youngest = youngest_of(arguments);
     if (youngest->id > size()) [[unlikely]] {
-      refuse_foreign_term();
+      refuse_foreign_term(symbol);
     }
     const Term* const first_user = first_user_of(youngest);
     if (first_user == nullptr) {

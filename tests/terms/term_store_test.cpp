@@ -283,7 +283,7 @@ TEST(TermStore, TermsOfALargerManagerAreRefused) {
     small.make_plus(x, foreign);
     FAIL() << "no error";
   } catch (const TermManager::error& error) {
-    EXPECT_STREQ(error.what(), "an argument is a term of another manager, expected one of this");
+    EXPECT_STREQ(error.what(), "+: an argument is a term of another manager, expected one of this");
   }
   EXPECT_EQ(small.num_terms(), 1U);
   EXPECT_EQ(small.num_uses(x), 0U);
