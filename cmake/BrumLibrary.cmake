@@ -13,8 +13,8 @@ add_library(brum ${brum_sources})
 add_library(brum::brum ALIAS brum)
 target_sources(brum PUBLIC FILE_SET HEADERS BASE_DIRS "${PROJECT_SOURCE_DIR}" FILES ${brum_headers})
 target_compile_features(brum PUBLIC cxx_std_20)
-# Within the library its own functions are called, whoever else has some of these names: so the compiler
-# may put them where they are called. Clang takes that for granted.
+# Calls within the library go to its own functions, also where another library has the same names: so the
+# compiler may inline them. Clang takes that for granted.
 target_compile_options(brum PRIVATE -fno-semantic-interposition)
 target_link_libraries(brum PUBLIC GMP::gmpxx PRIVATE $<BUILD_INTERFACE:brum_warnings>)
 # The C interface tells the version.

@@ -32,7 +32,7 @@ typedef enum brum_status {
 /*
  * A store of sorts, symbols and terms. Sorts, symbols and terms belong to their manager: they are
  * never freed one by one, hold until brum_manager_free(), and must not be handed to another
- * manager, which notices only some of them. The same sort, symbol or application always has the
+ * manager (not every such call is noticed). The same sort, symbol or application always has the
  * same address. One thread at a time.
  *
  * Errors: a call that fails returns null, 0 or its status, and leaves the manager as it was. The
