@@ -41,7 +41,7 @@ class TermStack {
     Kind kind = Kind::operation;
     bool is_difference = false;  // of divisible: its arguments are those of a difference
     union {
-      const Operator* op = nullptr;
+      const Operator* op;
       const Symbol* function;
       const Definition* definition;
       Name* variable;     // of let_binding
@@ -61,12 +61,11 @@ class TermStack {
 
   /// Makes a frame whose arguments and indices begin at the top of the stacks.
   Frame new_frame(Frame::Kind kind, TextPosition position) const {
-    Frame frame;
-    frame.kind = kind;
-    frame.first_value = values_.size();
-    frame.first_index = indices_.size();
-    frame.position = position;
-    return frame;
+    return {.kind = kind,
+            .op = nullptr,
+            .first_value = values_.size(),
+            .first_index = indices_.size(),
+            .position = position};
   }
 
   /// Lets a name that is not declared stand for the manager's symbol of that name, if there is one.
