@@ -21,15 +21,20 @@ QNumber number_of(std::string_view digits, int base) {
 }  // namespace
 
 Value Literals::get(const Token& token) {
-  Literal& literal = literals_->get(token.raw);
-  if (literal.value.term == nullptr) {
-    literal.value = make(token);
-    literal.symbol = literal.value.term->symbol;
-  }
+  const Literal& literal = literals_->get(token.raw, [&] { return make_literal(token); });
   // Its sort is asked for soon, and a rare number's is far away.
-  __builtin_prefetch(literal.value.term);
+  __builtin_prefetch(literal.term);
   __builtin_prefetch(literal.symbol);
-  return literal.value;
+  if (token.kind == TokenKind::decimal) {
+    return builder_.as_sort(literal.term, builder_.manager().get_real_type());
+  }
+  return {literal.term, false};
+}
+
+Literals::Literal Literals::make_literal(const Token& token) {
+  const Term* const term = make(token).term;
+  const bool is_short = token.raw.size() <= TextTable<Literal>::longest_short_text;
+  return {term, term->symbol, is_short ? nullptr : arena_.copy(token.raw).data()};
 }
 
 Number Literals::number(const Token& token) const {

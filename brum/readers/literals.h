@@ -9,6 +9,7 @@
 #include "brum/readers/text_table.h"
 #include "brum/readers/token.h"
 #include "brum/readers/value.h"
+#include "brum/terms/arena.h"
 
 namespace brum {
 
@@ -39,15 +40,20 @@ class Literals {
   void forget() { literals_.emplace(); }
 
  private:
-  Value make(const Token& token);
-
+  /// What is remembered: 24 bytes, so that all that a search looks at is mostly one cache line.
   struct Literal {
-    std::string_view text;
-    Value value;
-    const Symbol* symbol = nullptr;  // of the value's term
+    const Term* term;
+    const Symbol* symbol;  // of the term
+    const char* text;      // in the arena, with a closing NUL; only of a text that is not short
+
+    friend std::string_view text_of(const Literal& literal) { return literal.text; }
   };
 
+  Literal make_literal(const Token& token);
+  Value make(const Token& token);
+
   TermBuilder& builder_;
+  Arena arena_;
   std::optional<TextTable<Literal>> literals_{std::in_place};
 };
 

@@ -8,6 +8,7 @@
 #include "brum/readers/smtlib2_operators.h"
 #include "brum/readers/text_table.h"
 #include "brum/readers/value.h"
+#include "brum/terms/arena.h"
 
 namespace brum {
 
@@ -81,6 +82,11 @@ struct Name {
   bool is_free() const { return theory_operator == nullptr && binding.kind == BindingKind::none; }
 };
 
+/// For the table of the names.
+inline std::string_view text_of(const Name* name) {
+  return name->text;
+}
+
 /// Keeps every name once.
 class NameTable {
  public:
@@ -88,13 +94,18 @@ class NameTable {
   NameTable();
 
   /// Gives the name with this text, made now if it is not there. Throws std::bad_alloc.
-  Name& get(std::string_view text) { return names_.get(text); }
+  Name& get(std::string_view text) {
+    return *names_.get(text, [&] { return make(text); });
+  }
 
   /// Gives a number that no name is marked with yet.
   std::uint64_t new_mark() { return ++last_mark_; }
 
  private:
-  TextTable<Name> names_;
+  Name* make(std::string_view text);
+
+  Arena arena_;
+  TextTable<Name*> names_;
   std::uint64_t last_mark_ = 0;
 };
 

@@ -4,56 +4,56 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <new>
 #include <string_view>
 #include <type_traits>
 #include <utility>
 
-#include "brum/terms/arena.h"
 #include "brum/utils/hash.h"
 #include "brum/utils/large_array.h"
 
 namespace brum {
 
-/// Keeps entries by their texts. An entry stays where it is as long as the table lives, and the
-/// bytes of its text lie right behind it. A short text or the hash of a long one is in the table
-/// too, so that a search hardly ever touches another entry than the right one.
+/// Finds entries by their texts. Beside each entry the table keeps its text if that is short, else
+/// a hash of it, so that a search hardly ever looks at another entry than the right one.
 ///
-/// `Entry` is trivially destructible, is made from nothing, and has a member `text`, a
-/// std::string_view, which the table sets.
+/// `Entry` is a trivial type, a pointer or a few words. `text_of(entry)` gives the text of an
+/// entry; it is asked only for those of more than `longest_short_text` bytes.
 template <class Entry>
 class TextTable {
-  static_assert(std::is_trivially_destructible_v<Entry> && alignof(Entry) <= 8);
+  static_assert(std::is_trivial_v<Entry>);
 
  public:
-  /// Gives the entry with this text, made now if it is not there. Throws std::bad_alloc and then
-  /// changes nothing.
-  Entry& get(std::string_view text) {
+  static constexpr std::size_t longest_short_text = 7;
+
+  /// Gives the entry with this text; if it is not there yet, the one that `make()` returns goes in.
+  /// It stays where it is until the next call. Throws std::bad_alloc and what `make` throws, and
+  /// then changes nothing.
+  template <class Make>
+  Entry& get(std::string_view text, const Make& make) {
     if (num_entries_ * 2 >= slots_.size()) {
       grow();
     }
     const std::uint64_t key = key_of(text);
     Slot& slot = slots_[find_slot(text, key)];
-    if (slot.entry == nullptr) {
-      slot = {key, make_entry(text)};
+    if (slot.key == 0) {
+      slot = {key, make()};
       ++num_entries_;
     }
-    return *slot.entry;
+    return slot.entry;
   }
 
  private:
   struct Slot {
-    std::uint64_t key;
-    Entry* entry;  // null where the slot is empty
+    std::uint64_t key;  // 0 where the slot is empty
+    Entry entry;
   };
 
   static constexpr std::size_t smallest_size = 256;
-  static constexpr std::size_t longest_short_text = 7;
   static constexpr unsigned length_bits = 56;  // the bits below the byte that says the length
 
   /// A short text is its own key, so that equal keys are equal texts: its bytes, the last one
-  /// lowest, and above them its length. The key of a long one is a hash of it, but for the two
-  /// lowest bits, which are those of its last byte too.
+  /// lowest, and above them its length and 1. The key of a long one is a hash of it, but for the
+  /// two lowest bits, which are those of its last byte too.
   static std::uint64_t key_of(std::string_view text) noexcept {
     if (text.size() > longest_short_text) {
       const std::uint64_t last = static_cast<unsigned char>(text.back());
@@ -61,11 +61,30 @@ class TextTable {
       const std::uint64_t hash = hsh::hash_bytes(text) + (last >> 2U) * hsh::second_mixer;
       return ~std::uint64_t{0} << length_bits | hash << 2U | (last & 3U);
     }
-    std::uint64_t bytes = 0;
-    for (const char byte : text) {
-      bytes = bytes << 8U | static_cast<unsigned char>(byte);
+    return (std::uint64_t{text.size()} + 1) << length_bits | bytes_of(text);
+  }
+
+  /// The bytes of a short text, the last one lowest. Read in pieces that overlap, which agree where
+  /// they do: that takes the same few steps for many lengths.
+  static std::uint64_t bytes_of(std::string_view text) noexcept {
+    const std::size_t size = text.size();
+    if (size >= 4) {
+      return four_bytes(text.data()) << 8U * (size - 4) | four_bytes(text.data() + size - 4);
     }
-    return std::uint64_t{text.size()} << length_bits | bytes;
+    if (size == 0) {
+      return 0;
+    }
+    const std::size_t middle = size / 2;
+    return byte_at(text.data()) << 8U * (size - 1) |
+           byte_at(text.data() + middle) << 8U * (size - 1 - middle) |
+           byte_at(text.data() + size - 1);
+  }
+  static std::uint64_t byte_at(const char* place) noexcept {
+    return static_cast<unsigned char>(*place);
+  }
+  static std::uint64_t four_bytes(const char* first) noexcept {
+    return byte_at(first) << 24U | byte_at(first + 1) << 16U | byte_at(first + 2) << 8U |
+           byte_at(first + 3);
   }
 
   /// Texts that differ only in the last two bits get slots side by side, in one cache line:
@@ -78,30 +97,21 @@ class TextTable {
   std::size_t find_slot(std::string_view text, std::uint64_t key) const noexcept {
     const std::size_t mask = slots_.size() - 1;
     std::size_t index = first_slot(key, mask);
-    while (slots_[index].entry != nullptr &&
+    while (slots_[index].key != 0 &&
            (slots_[index].key != key ||
-            (text.size() > longest_short_text && slots_[index].entry->text != text))) {
+            (text.size() > longest_short_text && text_of(slots_[index].entry) != text))) {
       index = (index + 1) & mask;
     }
     return index;
-  }
-
-  Entry* make_entry(std::string_view text) {
-    void* const place = arena_.allocate(sizeof(Entry) + text.size());
-    auto* const entry = new (place) Entry;
-    char* const kept = static_cast<char*>(place) + sizeof(Entry);
-    std::copy(text.begin(), text.end(), kept);
-    entry->text = {kept, text.size()};
-    return entry;
   }
 
   void grow() {
     LargeArray<Slot> larger(std::max(smallest_size, slots_.size() * 2));
     const std::size_t mask = larger.size() - 1;
     for (const Slot& slot : slots_) {
-      if (slot.entry != nullptr) {
+      if (slot.key != 0) {
         std::size_t index = first_slot(slot.key, mask);
-        while (larger[index].entry != nullptr) {
+        while (larger[index].key != 0) {
           index = (index + 1) & mask;
         }
         larger[index] = slot;
@@ -110,7 +120,6 @@ class TextTable {
     slots_ = std::move(larger);
   }
 
-  Arena arena_;
   LargeArray<Slot> slots_;  // their number is 0 or a power of two; half of them are empty
   std::size_t num_entries_ = 0;
 };
