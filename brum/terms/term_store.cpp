@@ -71,7 +71,7 @@ const Term* youngest_of(std::span<const Term* const> terms) {
 
 std::size_t TermStore::bytes_of(std::size_t arity) {
   // NOLINTNEXTLINE(bugprone-sizeof-expression): the arguments are pointers
-  return sizeof(Header) + sizeof(Term) + arity * sizeof(const Term*);
+  return sizeof(Notes) + sizeof(Term) + arity * sizeof(const Term*);
 }
 
 TermStore::Slot TermStore::find_slot(const Symbol* symbol,
@@ -137,7 +137,7 @@ inline void TermStore::make_room_in_table() {
     for (std::size_t offset = 0; offset < chunk.used;) {
       const Term* const term = term_at(chunk, offset);
       offset += bytes_of(term->symbol->arity);
-      if (!header_of(term)->is_in_table) {
+      if (!notes_of(term).is_in_table()) {
         continue;
       }
       Waiting& next = waiting[fetched % fetched_ahead];
@@ -158,7 +158,7 @@ inline void TermStore::make_room_in_table() {
 }
 
 const Term* TermStore::term_at(const Chunk& chunk, std::size_t offset) noexcept {
-  return reinterpret_cast<const Term*>(chunk.memory.begin() + offset + sizeof(Header));
+  return reinterpret_cast<const Term*>(chunk.memory.begin() + offset + sizeof(Notes));
 }
 
 inline TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
@@ -171,62 +171,95 @@ inline TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
 [[gnu::noinline]] void TermStore::add_chunk(std::size_t least_bytes) {
   const std::size_t usual =
       chunks_.empty() ? smallest_chunk : std::min(chunks_.back().memory.size() * 2, largest_chunk);
-  chunks_.push_back({LargeBlock(std::max(usual, least_bytes)), 0});
+  const std::size_t bytes = std::max(usual, least_bytes);
+  if (bytes > free_bytes_) {
+    throw std::bad_alloc();
+  }
+  chunks_.push_back({LargeBlock(bytes), 0});
+  free_bytes_ -= bytes;
 }
 
-/// Makes a new term, which is in no table yet. Throws std::bad_alloc; all terms are then as before.
-const Term* TermStore::add(const Symbol* symbol, std::span<const Term* const> arguments) {
-  const std::size_t bytes = bytes_of(arguments.size());
-  Chunk& chunk = chunk_with_room(bytes);
-  first_users_.push_back(nullptr);
+/// Gives the distance from `term` to the one whose notes will be at `place`.
+inline std::int32_t TermStore::distance(const Term* term, const std::byte* place) noexcept {
+  const auto from = reinterpret_cast<std::intptr_t>(term);
+  const auto to = reinterpret_cast<std::intptr_t>(place + sizeof(Notes));
+  const std::intptr_t words = (to - from) / std::intptr_t{sizeof(Notes)};
+  const bool fits = words > Notes::far && words < -std::intptr_t{Notes::far};
+  return fits ? static_cast<std::int32_t>(words) : Notes::far;
+}
+
+inline const Term* TermStore::at_distance(const Term* term, std::int32_t words) noexcept {
+  // Not as pointers: the two may lie in different blocks of memory.
+  const auto bytes = std::intptr_t{words} * std::intptr_t{sizeof(Notes)};
+  // NOLINTNEXTLINE(performance-no-int-to-ptr)
+  return reinterpret_cast<const Term*>(reinterpret_cast<std::intptr_t>(term) + bytes);
+}
+
+/// Makes a new term in a chunk that has room for it. It is in no table yet.
+inline const Term* TermStore::add(Chunk& chunk, const Symbol* symbol,
+                                  std::span<const Term* const> arguments) {
   std::byte* const place = chunk.memory.begin() + chunk.used;
-  new (place) Header{0, false};
-  Term* const term = new (place + sizeof(Header)) Term(size(), symbol);
+  new (place) Notes;
+  Term* const term = new (place + sizeof(Notes)) Term(++num_terms_, symbol);
   std::copy(arguments.begin(), arguments.end(), static_cast<const Term**>(term->children));
   for (const Term* argument : arguments) {
-    ++header_of(argument)->num_uses;
+    notes_of(argument).add_use();
   }
-  chunk.used += bytes;
+  chunk.used += bytes_of(arguments.size());
   return term;
 }
 
-const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> arguments) {
-  if (!arguments.empty()) {
-    const Term* const youngest = youngest_of(arguments);
-    if (youngest->id > size()) [[unlikely]] {
-      refuse_foreign_term(symbol);
-    }
-    const Term* const first_user = first_user_of(youngest);
-    if (first_user == nullptr) {
-      const Term* const term = add(symbol, arguments);
-      first_user_of(youngest) = term;
-      return term;
-    }
-    if (is_application(first_user, symbol, arguments)) {
-      return first_user;
-    }
-  }
+/// Gives the application that is nobody's first user, or none of which a note can say where.
+const Term* TermStore::apply_in_table(const Symbol* symbol,
+                                      std::span<const Term* const> arguments) {
   make_room_in_table();
   const Slot slot = find_slot(symbol, arguments);
   if (marks_[slot.index] != 0) {
     return slots_[slot.index];
   }
-  const Term* const term = add(symbol, arguments);
+  const Term* const term = add(chunk_with_room(bytes_of(arguments.size())), symbol, arguments);
   fill(slot, term);
-  header_of(term)->is_in_table = true;
+  notes_of(term).put_into_table();
   ++num_in_table_;
   return term;
 }
 
+const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> arguments) {
+  if (arguments.empty()) {
+    return apply_in_table(symbol, arguments);
+  }
+  const Term* const youngest = youngest_of(arguments);
+  if (youngest->id > size()) [[unlikely]] {
+    refuse_foreign_term(symbol);
+  }
+  Notes& notes = notes_of(youngest);
+  const std::int32_t first_user = notes.first_user();
+  if (first_user == Notes::none) {
+    Chunk& chunk = chunk_with_room(bytes_of(arguments.size()));
+    const std::int32_t words = distance(youngest, chunk.memory.begin() + chunk.used);
+    const Term* const term =
+        words == Notes::far ? apply_in_table(symbol, arguments) : add(chunk, symbol, arguments);
+    notes.set_first_user(words);
+    return term;
+  }
+  if (first_user != Notes::far) {
+    const Term* const term = at_distance(youngest, first_user);
+    if (is_application(term, symbol, arguments)) {
+      return term;
+    }
+  }
+  return apply_in_table(symbol, arguments);
+}
+
 void TermStore::forget(const Term* term) noexcept {
-  if (header_of(term)->is_in_table) {
+  if (notes_of(term).is_in_table()) {
     empty_slot_of(term);
     --num_in_table_;
   } else {
-    first_user_of(youngest_of(term->arguments())) = nullptr;
+    notes_of(youngest_of(term->arguments())).set_first_user(Notes::none);
   }
   for (const Term* argument : term->arguments()) {
-    --header_of(argument)->num_uses;
+    notes_of(argument).take_use();
   }
 }
 
@@ -252,7 +285,7 @@ void TermStore::roll_back(std::size_t old_size) noexcept {
       break;
     }
   }
-  first_users_.shrink(old_size);
+  num_terms_ = old_size;
 }
 
 }  // namespace brum

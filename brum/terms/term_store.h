@@ -15,38 +15,42 @@ namespace brum {
 
 /// Holds the terms of a manager, each application once (hash-consing).
 ///
-/// Terms lie one after another in large chunks, in the order of their ids, each behind a word that
-/// counts its uses; a binary term takes 40 bytes. Nothing is destroyed term by term, so that a deep
-/// formula costs no stack when the store dies.
+/// Terms lie one after another in large chunks, in the order of their ids, each behind a word of
+/// notes; a binary term takes 40 bytes. Nothing is destroyed term by term, so that a deep formula
+/// costs no stack when the store dies.
 ///
-/// A term is looked for by its youngest argument, of which the store knows the first user: the
-/// oldest term with this youngest argument. Where there is none the term is new, and that argument
-/// was mostly made a moment ago, so that what is looked at is in the cache. Terms that are nobody's
-/// first user, and constants, are in the unique table: open addressing over their addresses, at
-/// most three quarters full, and beside it a byte of each hash, so that a search looks at hardly
-/// any term but the right one. A list of the first users takes 8 to 16 bytes a term, the table 12
-/// to 24 for each that is in it.
+/// A term is looked for by its youngest argument, which knows its first user: the oldest term with
+/// this youngest argument. Where there is none the term is new, and that argument was mostly made a
+/// moment ago, so that what is looked at is in the cache. Terms that are nobody's first user or lie
+/// too far from that argument, and constants, are in the unique table: open addressing over their
+/// addresses, at most three quarters full, and beside it a byte of each hash, so that a search
+/// looks at hardly any term but the right one. The table takes 12 to 24 bytes for each that is in
+/// it.
 class BRUM_EXPORT TermStore {
  public:
-  TermStore() = default;
+  /// The counts of uses have 40 bits, which arguments that fill less than 2^43 bytes cannot exceed.
+  static constexpr std::size_t most_bytes = std::size_t{1} << 43U;
+
+  /// The terms may take `bytes_limit` bytes, at most `most_bytes`.
+  explicit TermStore(std::size_t bytes_limit = most_bytes) : free_bytes_(bytes_limit) {}
   TermStore(const TermStore&) = delete;
   TermStore& operator=(const TermStore&) = delete;
 
   /// Gives the application of `symbol` to `arguments`, made now if it is not there yet. The
-  /// arguments must be terms of this store, as many as the symbol's arity. Throws std::bad_alloc
-  /// and then changes nothing, and TermManager::error where an argument cannot be one of this
-  /// store, as there are fewer terms than its id says.
+  /// arguments must be terms of this store, as many as the symbol's arity. Throws std::bad_alloc,
+  /// where the terms would take too much memory too, and then changes nothing; TermManager::error
+  /// where an argument cannot be one of this store, as there are fewer terms than its id says.
   const Term* apply(const Symbol* symbol, std::span<const Term* const> arguments);
 
   /// The number of terms, which is also the highest id.
-  std::size_t size() const { return first_users_.size(); }
+  std::size_t size() const { return num_terms_; }
 
   /// The number of argument positions of the store's terms that hold `term`.
-  static std::uint64_t uses(const Term* term) { return header_of(term)->num_uses; }
+  static std::uint64_t uses(const Term* term) { return notes_of(term).num_uses(); }
 
   /// Fetches what uses() looks at into the cache: it may lie on another line than the term.
   [[gnu::always_inline]] static void prefetch_uses(const Term* term) {
-    __builtin_prefetch(header_of(term));
+    __builtin_prefetch(&notes_of(term));
   }
 
   /// Forgets the terms made since size() was `old_size`. None of them may be used afterwards.
@@ -61,17 +65,45 @@ class BRUM_EXPORT TermStore {
 
   static const Term* term_at(const Chunk& chunk, std::size_t offset) noexcept;
 
-  /// What the store keeps of a term. It lies right before the term and is not part of it, so that
-  /// it may change while the term is constant.
-  struct Header {
-    std::uint64_t num_uses : 63;
-    std::uint64_t is_in_table : 1;
+  /// What the store notes of a term: how often it is used, whether it is in the unique table, and
+  /// where its first user is. They lie right before the term and are not part of it, so that they
+  /// may change while the term is constant.
+  class Notes {
+   public:
+    std::uint64_t num_uses() const { return word_ >> uses_shift; }
+    void add_use() { word_ += one_use; }
+    void take_use() { word_ -= one_use; }
+
+    bool is_in_table() const { return (word_ & in_table) != 0; }
+    void put_into_table() { word_ |= in_table; }
+
+    /// How many words behind the term its first user lies, before it where this is negative; `none`
+    /// when it is no term's youngest argument, `far` when those whose it is are all in the table.
+    std::int32_t first_user() const {
+      return static_cast<std::int32_t>(static_cast<std::uint32_t>(word_) << (32U - uses_shift)) >>
+             (33U - uses_shift);
+    }
+    void set_first_user(std::int32_t distance) {
+      word_ =
+          (word_ & ~distance_bits) | (static_cast<std::uint32_t>(distance) << 1U & distance_bits);
+    }
+
+    static constexpr std::int32_t none = 0;
+    static constexpr std::int32_t far = -(1 << 22);
+
+   private:
+    static constexpr unsigned uses_shift = 24;
+    static constexpr std::uint64_t one_use = std::uint64_t{1} << uses_shift;
+    static constexpr std::uint64_t in_table = 1;
+    static constexpr std::uint64_t distance_bits = one_use - 2;
+
+    std::uint64_t word_ = 0;
   };
 
-  static_assert(sizeof(Header) == sizeof(std::uint64_t));
+  static_assert(sizeof(Notes) == sizeof(std::uint64_t));
 
-  static Header* header_of(const Term* term) {
-    return reinterpret_cast<Header*>(const_cast<Term*>(term)) - 1;
+  static Notes& notes_of(const Term* term) {
+    return *(reinterpret_cast<Notes*>(const_cast<Term*>(term)) - 1);
   }
 
   static std::size_t bytes_of(std::size_t arity);
@@ -89,18 +121,21 @@ class BRUM_EXPORT TermStore {
 
   void empty_slot_of(const Term* term) noexcept;
   void forget(const Term* term) noexcept;
+  const Term* apply_in_table(const Symbol* symbol, std::span<const Term* const> arguments);
+  static std::int32_t distance(const Term* term, const std::byte* place) noexcept;
+  static const Term* at_distance(const Term* term, std::int32_t words) noexcept;
   void make_room_in_table();
   void grow_table();
   Chunk& chunk_with_room(std::size_t bytes);
   void add_chunk(std::size_t least_bytes);
-  const Term* add(const Symbol* symbol, std::span<const Term* const> arguments);
-  const Term*& first_user_of(const Term* term) { return first_users_[term->id - 1]; }
+  const Term* add(Chunk& chunk, const Symbol* symbol, std::span<const Term* const> arguments);
 
   std::vector<Chunk> chunks_;
+  std::size_t free_bytes_;  // that further chunks may have
+  std::size_t num_terms_ = 0;
   LargeArray<const Term*> slots_;   // the unique table; its length is 0 or a power of two
   LargeArray<std::uint8_t> marks_;  // per slot some bits of the hash; 0 where it is empty
   std::size_t num_in_table_ = 0;
-  LargeList<const Term*> first_users_;  // by id, the one of the term with id 1 first; or null
 };
 
 }  // namespace brum
