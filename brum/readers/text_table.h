@@ -61,7 +61,8 @@ class TextTable {
       const std::uint64_t hash = hsh::hash_bytes(text) + (last >> 2U) * hsh::second_mixer;
       return ~std::uint64_t{0} << length_bits | hash << 2U | (last & 3U);
     }
-    return (std::uint64_t{text.size()} + 1) << length_bits | bytes_of(text);
+    const std::uint64_t length = text.size() + 1;
+    return length << length_bits | bytes_of(text);
   }
 
   /// The bytes of a short text, the last one lowest. Read in pieces that overlap, which agree where
