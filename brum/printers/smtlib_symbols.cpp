@@ -70,14 +70,17 @@ const std::string* SmtLibTermPrinter::look_up_name(const Symbol* symbol) {
 }
 
 std::string SmtLibTermPrinter::numeral(const Symbol* symbol) const {
+  // The symbol's name mostly spares a look at its value.
+  const std::string_view digits = symbol->name_view();
   std::size_t width = 0;
   if (!TermManager::is_bv_type(symbol->type, &width)) {
     const QNumber* value = mgr->get_number(symbol);
-    // Another manager's numeral has no value in this one.
-    return value != nullptr ? to_smtlib(*value) : indexed_operator(symbol);
+    if (value == nullptr) {  // it is another manager's
+      return indexed_operator(symbol);
+    }
+    const bool is_plain = digits.find_first_of("-/") == std::string_view::npos;
+    return is_plain ? std::string(digits) : to_smtlib(*value);
   }
-  // The symbol's name spares a look at its value.
-  const std::string_view digits = symbol->name_view();
   if (v1_format) {
     return concat({"bv", digits, "[", std::to_string(width), "]"});
   }

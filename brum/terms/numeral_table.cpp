@@ -11,11 +11,10 @@ const Symbol* NumeralTable::numeral(const QNumber& value, const DataType* type) 
   if (const auto found = numerals_.find(key); found != numerals_.end()) {
     return found->second;
   }
-  values_.make_room();
   numerals_.make_room();
-  const Symbol* symbol = factory_.make_numeral_symbol(value.to_str(), type);
-  values_[symbol] = value;
-  numerals_[key] = symbol;
+  NumeralSymbol* const symbol = factory_.make_numeral_symbol(value.to_str(), type);
+  symbol->value = &numerals_.insert_absent(key, symbol)->first.value;
+  symbol->table = this;
   return symbol;
 }
 
@@ -30,14 +29,9 @@ const Symbol* NumeralTable::congruence(const QNumber& modulus) {
   const DataType* type =
       sorts_.function(std::array{sorts_.boolean(), sorts_.integer(), sorts_.integer()});
   const Symbol* symbol = factory_.make_interpreted_symbol(operator_name(tag).name, type, tag);
-  moduli_[symbol] = modulus;
-  congruences_[key] = symbol;
+  moduli_.insert_absent(symbol, modulus);
+  congruences_.insert_absent(key, symbol);
   return symbol;
-}
-
-const QNumber* NumeralTable::value_of(const Symbol* symbol) const {
-  const auto found = values_.find(symbol);
-  return found == values_.end() ? nullptr : &found->second;
 }
 
 const QNumber* NumeralTable::modulus_of(const Symbol* symbol) const {

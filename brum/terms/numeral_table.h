@@ -26,8 +26,11 @@ class BRUM_EXPORT NumeralTable {
   /// Gives the predicate on two integers that are congruent modulo `modulus`.
   const Symbol* congruence(const QNumber& modulus);
 
-  /// Gives the value of a numeral, null for any other symbol.
-  const QNumber* value_of(const Symbol* symbol) const;
+  /// Gives the value of a numeral of this table, null for any other symbol.
+  const QNumber* value_of(const Symbol* symbol) const {
+    const NumeralSymbol* const numeral = NumeralSymbol::from(symbol);
+    return numeral != nullptr && numeral->table == this ? numeral->value : nullptr;
+  }
 
   /// Gives the modulus of a congruence, null for any other symbol.
   const QNumber* modulus_of(const Symbol* symbol) const;
@@ -48,7 +51,6 @@ class BRUM_EXPORT NumeralTable {
   SortTable& sorts_;
   hsh::HashMap<Key, const Symbol*, HashKey> numerals_;
   hsh::HashMap<Key, const Symbol*, HashKey> congruences_;
-  hsh::HashMap<const Symbol*, QNumber> values_;
   hsh::HashMap<const Symbol*, QNumber> moduli_;
 };
 

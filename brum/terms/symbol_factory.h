@@ -9,6 +9,26 @@
 
 namespace brum {
 
+class NumeralTable;
+class QNumber;
+
+/// The symbol of a number: every numeral is one.
+class NumeralSymbol : public Symbol {
+ public:
+  /// Gives a symbol as what it is, null when it is no numeral.
+  static const NumeralSymbol* from(const Symbol* symbol) {
+    return symbol->numeral_ ? static_cast<const NumeralSymbol*>(symbol) : nullptr;
+  }
+
+  const NumeralTable* table = nullptr;  // that holds it
+  const QNumber* value = nullptr;       // held there too
+
+ private:
+  friend class SymbolFactory;
+  NumeralSymbol(std::string_view digits, const DataType* sort)
+      : Symbol(digits, 0, sort, true, true, SymbolTag::none) {}
+};
+
 /// Places symbols in an arena. Makes a new symbol at each call; keeping them apart or together is
 /// the business of the tables that call it.
 class BRUM_EXPORT SymbolFactory {
@@ -17,33 +37,31 @@ class BRUM_EXPORT SymbolFactory {
 
   /// A symbol of the user's; the name is copied. Throws std::bad_alloc.
   const Symbol* make_user_symbol(std::string_view name, const DataType* type) {
-    return make(name, type, {});
+    return make(name, type, false, SymbolTag::none);
   }
 
   /// A symbol with a meaning of its own; the name is copied. Throws std::bad_alloc.
   const Symbol* make_interpreted_symbol(std::string_view name, const DataType* type,
                                         SymbolTag::tag tag = SymbolTag::none) {
-    return make(name, type, {.interpreted = true, .tag = tag});
+    return make(name, type, true, tag);
   }
 
-  /// The symbol of a number, named by its digits; the name is copied. Throws std::bad_alloc.
-  const Symbol* make_numeral_symbol(std::string_view name, const DataType* type) {
-    return make(name, type, {.interpreted = true, .numeral = true});
+  /// The symbol of a number, named by its digits; the name is copied. What it says of the number is
+  /// left to the caller. Throws std::bad_alloc.
+  NumeralSymbol* make_numeral_symbol(std::string_view name, const DataType* type) {
+    const std::string_view kept = arena_.copy(name);
+    void* const place = arena_.allocate(sizeof(NumeralSymbol));
+    return new (place) NumeralSymbol(kept, type);
   }
 
  private:
-  struct Meaning {
-    bool interpreted = false;
-    bool numeral = false;
-    SymbolTag::tag tag = SymbolTag::none;
-  };
-
-  const Symbol* make(std::string_view name, const DataType* type, Meaning meaning) {
+  const Symbol* make(std::string_view name, const DataType* type, bool is_interpreted,
+                     SymbolTag::tag tag) {
     const bool is_function = type->kind() == DataType::Kind::function;
     const std::uint64_t arity = is_function ? type->num_components() - 1 : 0;
     const std::string_view kept = arena_.copy(name);
     void* place = arena_.allocate(sizeof(Symbol));
-    return new (place) Symbol(kept, arity, type, meaning.interpreted, meaning.numeral, meaning.tag);
+    return new (place) Symbol(kept, arity, type, is_interpreted, false, tag);
   }
 
   Arena& arena_;

@@ -36,6 +36,7 @@ class BRUM_EXPORT Symbol {
   std::string_view name_view() const { return {name, name_length_}; }
 
  private:
+  friend class NumeralSymbol;
   friend class SymbolFactory;
   friend class TermManager;
   Symbol(std::string_view name_text, std::uint64_t number_of_arguments, const DataType* sort,

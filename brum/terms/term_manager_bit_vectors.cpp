@@ -1,4 +1,6 @@
+#include <bit>
 #include <limits>
+#include <optional>
 
 #include "brum/terms/operator_names.h"
 #include "brum/terms/sort_checks.h"
@@ -15,7 +17,10 @@ bool fits_width(const QNumber& v, std::size_t width) {
   if (!v.is_integer() || v.sign() < 0) {
     return false;
   }
-  return v.sign() == 0 || mpz_sizeinbase(v.num_mpz().get_mpz_t(), 2) <= width;
+  if (const std::optional<std::uint64_t> small = v.to_uint64()) {
+    return static_cast<std::size_t>(std::bit_width(*small)) <= width;
+  }
+  return mpz_sizeinbase(v.num_mpz().get_mpz_t(), 2) <= width;
 }
 
 bool is_comparison(SymbolTag::tag tag) {
