@@ -6,22 +6,6 @@
 
 namespace brum {
 
-std::uint64_t OperatorTable::HashKey::operator()(const OperatorKey& key) const {
-  const std::uint64_t numbers = hsh::mix(key.first_index << 8U ^ key.tag ^ hsh::second_mixer,
-                                         key.second_index ^ hsh::first_mixer);
-  return hsh::mix(numbers ^ reinterpret_cast<std::uintptr_t>(key.first_sort),
-                  hsh::first_mixer ^ reinterpret_cast<std::uintptr_t>(key.second_sort));
-}
-
-const Symbol* OperatorTable::get(const OperatorKey& key, const DataType* result,
-                                 std::initializer_list<const DataType*> arguments) {
-  Recent& recent = recent_[HashKey()(key) % recent_.size()];
-  if (recent.symbol == nullptr || recent.key != key) {
-    recent = {key, look_up(key, result, arguments)};
-  }
-  return recent.symbol;
-}
-
 const Symbol* OperatorTable::look_up(const OperatorKey& key, const DataType* result,
                                      std::initializer_list<const DataType*> arguments) {
   if (const auto found = symbols_.find(key); found != symbols_.end()) {

@@ -34,14 +34,25 @@ class BRUM_EXPORT OperatorTable {
   /// Gives the operator for `key`, made with this signature if it is not there yet: `result` and
   /// the sorts of its arguments. Throws std::bad_alloc and then adds nothing.
   const Symbol* get(const OperatorKey& key, const DataType* result,
-                    std::initializer_list<const DataType*> arguments);
+                    std::initializer_list<const DataType*> arguments) {
+    Recent& recent = recent_[HashKey()(key) % recent_.size()];
+    if (recent.symbol == nullptr || recent.key != key) {
+      recent = {key, look_up(key, result, arguments)};
+    }
+    return recent.symbol;
+  }
 
   /// Gives the key of a tagged operator, null for any other symbol.
   const OperatorKey* key_of(const Symbol* symbol) const;
 
  private:
   struct HashKey {
-    std::uint64_t operator()(const OperatorKey& key) const;
+    std::uint64_t operator()(const OperatorKey& key) const {
+      const std::uint64_t numbers = hsh::mix(key.first_index << 8U ^ key.tag ^ hsh::second_mixer,
+                                             key.second_index ^ hsh::first_mixer);
+      return hsh::mix(numbers ^ reinterpret_cast<std::uintptr_t>(key.first_sort),
+                      hsh::first_mixer ^ reinterpret_cast<std::uintptr_t>(key.second_sort));
+    }
   };
 
   struct Recent {
