@@ -119,18 +119,21 @@ class LateSubjects {
 };
 
 /// Formulas of fewer nodes find the memory they need in the heap, and the caches of the processor
-/// had better not be swept for them.
+/// had better not be swept for them. They are printed several times in a run, which would else be
+/// over before the processor has learnt its branches.
 constexpr std::size_t fewest_nodes_of_large = 50000;
+constexpr int passes_of_small = 20;
 
 /// Registers a benchmark of `print`, for which `prepare` makes ready. Its memory is that of
 /// `print_in_child`, done once in a child process, less the text if that is part of it.
 void add_benchmark(const std::string& name, std::size_t nodes, const std::function<void()>& prepare,
                    const Print& print, const std::function<void()>& print_in_child,
                    bool text_is_in_memory) {
+  const bool is_large = nodes >= fewest_nodes_of_large;
   auto memory = std::make_shared<std::optional<std::optional<MemoryUse>>>();
   const auto run = [=](benchmark::State& state) {
     prepare();
-    if (nodes >= fewest_nodes_of_large) {
+    if (is_large) {
       warm_memory();
     }
     std::size_t bytes = 0;
@@ -151,7 +154,9 @@ void add_benchmark(const std::string& name, std::size_t nodes, const std::functi
       state.counters["memory"] = static_cast<double>(peak - std::min(peak, text));
     }
   };
-  benchmark::RegisterBenchmark(name.c_str(), run)->Iterations(1)->Unit(benchmark::kMillisecond);
+  benchmark::RegisterBenchmark(name.c_str(), run)
+      ->Iterations(is_large ? 1 : passes_of_small)
+      ->Unit(benchmark::kMillisecond);
 }
 
 /// Prints every formula to a `Sink` of its own and gives the number of bytes.

@@ -44,7 +44,7 @@ Query Script::in_force_before(std::size_t end) const {
     switch (command.kind) {
       case Command::Kind::assertion:
         query.assertions.push_back(command.term);
-        query.names.emplace_back(command.name);
+        query.names.push_back(command.name);
         break;
       case Command::Kind::push:
         levels.insert(levels.end(), command.levels, query.assertions.size());

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -21,7 +22,7 @@ struct Query {
   TextPosition position;  // of the command that asks
   std::string status;     // the last `:status` before it, empty if there is none
   std::vector<const Term*> assertions;
-  std::vector<std::string> names;  // of the assertions, empty where there is none
+  std::vector<std::string_view> names;  // of the assertions, held by the script; empty for none
 
   /// The literals of `check-sat-assuming` and the conditions of constants introduced for them.
   std::vector<const Term*> assumptions;

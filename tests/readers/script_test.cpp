@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/readers/reading.h"
@@ -96,14 +97,14 @@ TEST(Script, TellsWhatIsInForceAtEachQuery) {
 
   const Query first = script.query(1);
   EXPECT_EQ(texts(mgr, first.assertions), Texts{"p"});
-  EXPECT_EQ(first.names, Texts{"first"});
+  EXPECT_EQ(first.names, std::vector<std::string_view>{"first"});
   EXPECT_EQ(first.status, "sat");
   EXPECT_EQ(first.position, (TextPosition{5, 1}));
   EXPECT_TRUE(first.assumptions.empty());
 
   const Query second = script.query(2);
   EXPECT_EQ(texts(mgr, second.assertions), (Texts{"p", "q"}));
-  EXPECT_EQ(second.names, (Texts{"first", ""}));
+  EXPECT_EQ(second.names, (std::vector<std::string_view>{"first", ""}));
   EXPECT_EQ(texts(mgr, second.assumptions), (Texts{"(not p)", "r"}));
   EXPECT_EQ(second.status, "unsat");
 
