@@ -258,8 +258,8 @@ double bytes_per_sum(std::size_t size, const std::function<void(TermManager&)>& 
 }
 
 TEST(TermStore, ASumOverTheLastOneIsNotInTheTable) {
-  const std::size_t num_sums = 1'000'000;
-  const double bytes = bytes_per_sum(num_sums, [num_sums](TermManager& mgr) {
+  constexpr std::size_t num_sums = 1'000'000;
+  const double bytes = bytes_per_sum(num_sums, [](TermManager& mgr) {
     const Term* const x = make_int(mgr, "x");
     const Term* sum = x;
     for (std::size_t i = 0; i < num_sums; ++i) {
