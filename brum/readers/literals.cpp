@@ -21,7 +21,7 @@ QNumber number_of(std::string_view digits, int base) {
 }  // namespace
 
 Value Literals::get(const Token& token) {
-  const Literal& literal = literals_->get(token.raw, [&] { return make_literal(token); });
+  const Literal& literal = known_->literals.get(token.raw, [&] { return make_literal(token); });
   // Its sort is asked for soon, and a rare number's is far away.
   __builtin_prefetch(literal.term);
   __builtin_prefetch(literal.symbol);
@@ -34,7 +34,7 @@ Value Literals::get(const Token& token) {
 Literals::Literal Literals::make_literal(const Token& token) {
   const Term* const term = make(token).term;
   const bool is_short = token.raw.size() <= TextTable<Literal>::longest_short_text;
-  return {term, term->symbol, is_short ? nullptr : arena_.copy(token.raw).data()};
+  return {term, term->symbol, is_short ? nullptr : known_->texts.copy(token.raw).data()};
 }
 
 Number Literals::number(const Token& token) const {

@@ -37,14 +37,14 @@ class Literals {
   Value get(const Number& number);
 
   /// Must be called when the builder's logic has changed.
-  void forget() { literals_.emplace(); }
+  void forget() { known_.emplace(); }
 
  private:
-  /// What is remembered: 24 bytes, so that all that a search looks at is mostly one cache line.
+  /// What is remembered, in so few bytes that a search mostly looks at one cache line only.
   struct Literal {
     const Term* term;
     const Symbol* symbol;  // of the term
-    const char* text;      // in the arena, with a closing NUL; only of a text that is not short
+    const char* text;      // with a closing NUL; null for a short text
 
     friend std::string_view text_of(const Literal& literal) { return literal.text; }
   };
@@ -52,9 +52,13 @@ class Literals {
   Literal make_literal(const Token& token);
   Value make(const Token& token);
 
+  struct Known {
+    Arena texts;
+    TextTable<Literal> literals;
+  };
+
   TermBuilder& builder_;
-  Arena arena_;
-  std::optional<TextTable<Literal>> literals_{std::in_place};
+  std::optional<Known> known_{std::in_place};
 };
 
 }  // namespace brum

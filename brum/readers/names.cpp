@@ -25,8 +25,8 @@ constexpr std::array<std::pair<std::string_view, ReservedWord>, 7> words_with_a_
 // A command that came after version 2.6.
 constexpr std::string_view later_word = "declare-sort-parameter";
 
-// What lies in an arena is not destroyed.
-static_assert(std::is_trivially_destructible_v<Name>);
+// What lies in an arena is not destroyed, and aligned to 8 bytes.
+static_assert(std::is_trivially_destructible_v<Name> && alignof(Name) <= 8);
 
 }  // namespace
 

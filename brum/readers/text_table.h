@@ -88,8 +88,8 @@ class TextTable {
            byte_at(first + 3);
   }
 
-  /// Texts that differ only in the last two bits get slots side by side, in one cache line:
-  /// programs count through the names that they write, so the next one is often looked for there.
+  /// Texts that differ only in the last two bits get slots side by side: programs count through the
+  /// names that they write, so the next one is often looked for there, on the same cache line.
   static std::size_t first_slot(std::uint64_t key, std::size_t mask) noexcept {
     return (hsh::mix(key >> 2U, hsh::first_mixer) << 2U | (key & 3U)) & mask;
   }

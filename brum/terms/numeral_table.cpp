@@ -12,9 +12,8 @@ const Symbol* NumeralTable::numeral(const QNumber& value, const DataType* type) 
     return found->second;
   }
   numerals_.make_room();
-  NumeralSymbol* const symbol = factory_.make_numeral_symbol(value.to_str(), type);
+  NumeralSymbol* const symbol = factory_.make_numeral_symbol(value.to_str(), type, *this);
   symbol->value = &numerals_.insert_absent(key, symbol)->first.value;
-  symbol->table = this;
   return symbol;
 }
 

@@ -20,13 +20,13 @@ class NumeralSymbol : public Symbol {
     return symbol->numeral_ ? static_cast<const NumeralSymbol*>(symbol) : nullptr;
   }
 
-  const NumeralTable* table = nullptr;  // that holds it
-  const QNumber* value = nullptr;       // held there too
+  const NumeralTable* const table;  // that holds it
+  const QNumber* value = nullptr;   // held there too, once it is
 
  private:
   friend class SymbolFactory;
-  NumeralSymbol(std::string_view digits, const DataType* sort)
-      : Symbol(digits, 0, sort, true, true, SymbolTag::none) {}
+  NumeralSymbol(std::string_view digits, const DataType* sort, const NumeralTable& holder)
+      : Symbol(digits, 0, sort, true, true, SymbolTag::none), table(&holder) {}
 };
 
 /// Places symbols in an arena. Makes a new symbol at each call; keeping them apart or together is
@@ -46,12 +46,13 @@ class BRUM_EXPORT SymbolFactory {
     return make(name, type, true, tag);
   }
 
-  /// The symbol of a number, named by its digits; the name is copied. What it says of the number is
-  /// left to the caller. Throws std::bad_alloc.
-  NumeralSymbol* make_numeral_symbol(std::string_view name, const DataType* type) {
+  /// The symbol of a number, named by its digits; the name is copied. `table` is yet to say its
+  /// value. Throws std::bad_alloc.
+  NumeralSymbol* make_numeral_symbol(std::string_view name, const DataType* type,
+                                     const NumeralTable& table) {
     const std::string_view kept = arena_.copy(name);
     void* const place = arena_.allocate(sizeof(NumeralSymbol));
-    return new (place) NumeralSymbol(kept, type);
+    return new (place) NumeralSymbol(kept, type, table);
   }
 
  private:

@@ -171,28 +171,22 @@ inline TermStore::Chunk& TermStore::chunk_with_room(std::size_t bytes) {
 [[gnu::noinline]] void TermStore::add_chunk(std::size_t least_bytes) {
   const std::size_t usual =
       chunks_.empty() ? smallest_chunk : std::min(chunks_.back().memory.size() * 2, largest_chunk);
-  const std::size_t bytes = std::max(usual, least_bytes);
-  if (bytes > free_bytes_) {
-    throw std::bad_alloc();
-  }
-  chunks_.push_back({LargeBlock(bytes), 0});
-  free_bytes_ -= bytes;
+  chunks_.push_back({LargeBlock(std::max(usual, least_bytes)), 0});
 }
 
-/// Gives the distance from `term` to the one whose notes will be at `place`.
-inline std::int32_t TermStore::distance(const Term* term, const std::byte* place) noexcept {
-  const auto from = reinterpret_cast<std::intptr_t>(term);
-  const auto to = reinterpret_cast<std::intptr_t>(place + sizeof(Notes));
-  const std::intptr_t words = (to - from) / std::intptr_t{sizeof(Notes)};
-  const bool fits = words > Notes::far && words < -std::intptr_t{Notes::far};
-  return fits ? static_cast<std::int32_t>(words) : Notes::far;
+/// Gives the distance from `term` to the one that will be made next in `chunk`. It is Notes::far
+/// for a term that lies elsewhere: only within a chunk it is certain that both die together, as
+/// nothing else shows that a term is one of this store. A chunk that was made for a wide term may
+/// serve again, so that others in it lie farther apart than a note can say.
+inline std::uint64_t TermStore::distance_to_next(const Chunk& chunk, const Term* term) noexcept {
+  const std::uint64_t end = word(chunk.memory.begin()) + chunk.used;
+  const std::uint64_t bytes = end + sizeof(Notes) - word(term);
+  return bytes <= chunk.used ? std::min(bytes / sizeof(Notes), Notes::far) : Notes::far;
 }
 
-inline const Term* TermStore::at_distance(const Term* term, std::int32_t words) noexcept {
-  // Not as pointers: the two may lie in different blocks of memory.
-  const auto bytes = std::intptr_t{words} * std::intptr_t{sizeof(Notes)};
-  // NOLINTNEXTLINE(performance-no-int-to-ptr)
-  return reinterpret_cast<const Term*>(reinterpret_cast<std::intptr_t>(term) + bytes);
+inline const Term* TermStore::at_distance(const Term* term, std::uint64_t words) noexcept {
+  return reinterpret_cast<const Term*>(reinterpret_cast<const std::byte*>(term) +
+                                       words * sizeof(Notes));
 }
 
 /// Makes a new term in a chunk that has room for it. It is in no table yet.
@@ -209,7 +203,7 @@ inline const Term* TermStore::add(Chunk& chunk, const Symbol* symbol,
   return term;
 }
 
-/// Gives the application that is nobody's first user, or none of which a note can say where.
+/// Gives an application that is nobody's first user, or one of which no note says where it lies.
 const Term* TermStore::apply_in_table(const Symbol* symbol,
                                       std::span<const Term* const> arguments) {
   make_room_in_table();
@@ -233,13 +227,13 @@ const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> 
     refuse_foreign_term(symbol);
   }
   Notes& notes = notes_of(youngest);
-  const std::int32_t first_user = notes.first_user();
+  const std::uint64_t first_user = notes.first_user();
   if (first_user == Notes::none) {
     Chunk& chunk = chunk_with_room(bytes_of(arguments.size()));
-    const std::int32_t words = distance(youngest, chunk.memory.begin() + chunk.used);
+    const std::uint64_t distance = distance_to_next(chunk, youngest);
     const Term* const term =
-        words == Notes::far ? apply_in_table(symbol, arguments) : add(chunk, symbol, arguments);
-    notes.set_first_user(words);
+        distance == Notes::far ? apply_in_table(symbol, arguments) : add(chunk, symbol, arguments);
+    notes.set_first_user(distance);
     return term;
   }
   if (first_user != Notes::far) {

@@ -22,24 +22,20 @@ namespace brum {
 /// A term is looked for by its youngest argument, which knows its first user: the oldest term with
 /// this youngest argument. Where there is none the term is new, and that argument was mostly made a
 /// moment ago, so that what is looked at is in the cache. Terms that are nobody's first user or lie
-/// too far from that argument, and constants, are in the unique table: open addressing over their
-/// addresses, at most three quarters full, and beside it a byte of each hash, so that a search
-/// looks at hardly any term but the right one. The table takes 12 to 24 bytes for each that is in
-/// it.
+/// in another chunk than that argument, and constants, are in the unique table: open addressing
+/// over their addresses, at most three quarters full, and beside it a byte of each hash, so that a
+/// search looks at hardly any term but the right one. The table takes 12 to 24 bytes for each that
+/// is in it.
 class BRUM_EXPORT TermStore {
  public:
-  /// The counts of uses have 40 bits, which arguments that fill less than 2^43 bytes cannot exceed.
-  static constexpr std::size_t most_bytes = std::size_t{1} << 43U;
-
-  /// The terms may take `bytes_limit` bytes, at most `most_bytes`.
-  explicit TermStore(std::size_t bytes_limit = most_bytes) : free_bytes_(bytes_limit) {}
+  TermStore() = default;
   TermStore(const TermStore&) = delete;
   TermStore& operator=(const TermStore&) = delete;
 
   /// Gives the application of `symbol` to `arguments`, made now if it is not there yet. The
-  /// arguments must be terms of this store, as many as the symbol's arity. Throws std::bad_alloc,
-  /// where the terms would take too much memory too, and then changes nothing; TermManager::error
-  /// where an argument cannot be one of this store, as there are fewer terms than its id says.
+  /// arguments must be terms of this store, as many as the symbol's arity. Throws std::bad_alloc
+  /// and then changes nothing, and TermManager::error where an argument cannot be one of this
+  /// store, as there are fewer terms than its id says.
   const Term* apply(const Symbol* symbol, std::span<const Term* const> arguments);
 
   /// The number of terms, which is also the highest id.
@@ -77,25 +73,23 @@ class BRUM_EXPORT TermStore {
     bool is_in_table() const { return (word_ & in_table) != 0; }
     void put_into_table() { word_ |= in_table; }
 
-    /// How many words behind the term its first user lies, before it where this is negative; `none`
-    /// when it is no term's youngest argument, `far` when those whose it is are all in the table.
-    std::int32_t first_user() const {
-      return static_cast<std::int32_t>(static_cast<std::uint32_t>(word_) << (32U - uses_shift)) >>
-             (33U - uses_shift);
-    }
-    void set_first_user(std::int32_t distance) {
-      word_ =
-          (word_ & ~distance_bits) | (static_cast<std::uint32_t>(distance) << 1U & distance_bits);
+    /// How many words behind the term its first user lies; `none` when it has none, `far` when the
+    /// terms whose youngest argument it is are all in the table.
+    std::uint64_t first_user() const { return word_ >> distance_shift & far; }
+    void set_first_user(std::uint64_t distance) {
+      word_ = (word_ & ~(far << distance_shift)) | distance << distance_shift;
     }
 
-    static constexpr std::int32_t none = 0;
-    static constexpr std::int32_t far = -(1 << 22);
+    static constexpr std::uint64_t none = 0;
+    static constexpr std::uint64_t far = (std::uint64_t{1} << 19U) - 1;
 
    private:
-    static constexpr unsigned uses_shift = 24;
-    static constexpr std::uint64_t one_use = std::uint64_t{1} << uses_shift;
+    // From the lowest bit on: one bit for the table, 19 for the distance, 44 for the uses, of which
+    // there cannot be more, as an argument takes 8 bytes and addresses have 47 bits.
     static constexpr std::uint64_t in_table = 1;
-    static constexpr std::uint64_t distance_bits = one_use - 2;
+    static constexpr unsigned distance_shift = 1;
+    static constexpr unsigned uses_shift = 20;
+    static constexpr std::uint64_t one_use = std::uint64_t{1} << uses_shift;
 
     std::uint64_t word_ = 0;
   };
@@ -122,8 +116,8 @@ class BRUM_EXPORT TermStore {
   void empty_slot_of(const Term* term) noexcept;
   void forget(const Term* term) noexcept;
   const Term* apply_in_table(const Symbol* symbol, std::span<const Term* const> arguments);
-  static std::int32_t distance(const Term* term, const std::byte* place) noexcept;
-  static const Term* at_distance(const Term* term, std::int32_t words) noexcept;
+  static std::uint64_t distance_to_next(const Chunk& chunk, const Term* term) noexcept;
+  static const Term* at_distance(const Term* term, std::uint64_t words) noexcept;
   void make_room_in_table();
   void grow_table();
   Chunk& chunk_with_room(std::size_t bytes);
@@ -131,7 +125,6 @@ class BRUM_EXPORT TermStore {
   const Term* add(Chunk& chunk, const Symbol* symbol, std::span<const Term* const> arguments);
 
   std::vector<Chunk> chunks_;
-  std::size_t free_bytes_;  // that further chunks may have
   std::size_t num_terms_ = 0;
   LargeArray<const Term*> slots_;   // the unique table; its length is 0 or a power of two
   LargeArray<std::uint8_t> marks_;  // per slot some bits of the hash; 0 where it is empty

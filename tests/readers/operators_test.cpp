@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "brum/readers/smtlib2_operators.h"
 #include "tests/readers/reading.h"
+#include "tests/support/allocated_bytes.h"
 
 // Each row: a term as it is read, and the term of the store that it becomes, as version 2 writes
 // it.
@@ -249,6 +252,47 @@ TEST(Operators, BitVectorConstantsHaveAnyWidth) {
       {"(= #b000" + ones + " #b100" + zeros + ")",
        "(= (_ bv4611686018427387903 65) (_ bv18446744073709551616 65))"},
   });
+}
+
+// Short and long texts, told apart to the last digit; and a logic may change what one means.
+TEST(Operators, LiteralsMeanTheSameEachTime) {
+  TermManager mgr;
+  Script script;
+  read_into(script, mgr,
+            "(set-logic QF_LIRA)"
+            "(assert (= 1 1)) (assert (= 1234567 1234568)) (assert (= 12345678 12345678))"
+            "(assert (= 12345678 12345679)) (assert (= 1.0 1.0)) (assert (= 1.0 0.5))"
+            "(assert (= 1234567.0 1234567.0)) (assert (< 1.0 1))"
+            "(reset) (set-logic QF_LRA) (assert (= 1 1.0)) (assert (= 12345678 12345678.0))"
+            "(reset) (set-logic QF_BV) (assert (= #x0123456789abcdef #x0123456789abcdef))"
+            "(assert (= #x12 #b00010010)) (assert (= #b1 #b1)) (assert (= #x1 #b0001))");
+  std::vector<const Term*> equal;
+  std::vector<const Term*> different;
+  for (const Command& command : script.commands) {
+    if (command.kind != Command::Kind::assertion || command.term->symbol->arity != 2) {
+      continue;
+    }
+    const bool same = command.term->children[0] == command.term->children[1];
+    (same ? equal : different).push_back(command.term);
+  }
+  EXPECT_EQ(equal.size(), 10U);
+  EXPECT_EQ(different.size(), 3U);
+}
+
+// A text that is remembered goes with the logic that gave it its meaning.
+TEST(Operators, RememberedLiteralsTakeNoMemoryForGood) {
+  const std::string digits(20'000, '9');
+  std::string text;
+  for (int i = 0; i < 300; ++i) {
+    text += "(reset)(assert (= " + digits + " 1))";
+  }
+  std::istringstream in(text);
+  TermManager mgr;
+  ScriptHandler handler;
+  const std::size_t before = testing::allocated_bytes();
+  SmtLib2Reader reader(mgr);
+  reader.read(in, handler);
+  EXPECT_LT(testing::allocated_bytes() - before, 3'000'000U);
 }
 
 TEST(Operators, SignedModuloTakesTheSignOfTheDivisor) {
