@@ -25,7 +25,7 @@ Value Literals::get(const Token& token) {
   // Its sort is asked for soon, and a rare number's is far away.
   __builtin_prefetch(literal.term);
   __builtin_prefetch(literal.symbol);
-  if (token.kind == TokenKind::decimal) {
+  if (token.kind == TokenKind::decimal) {  // 3.0 may be the Int term 3, which stands for a Real
     return builder_.as_sort(literal.term, builder_.manager().get_real_type());
   }
   return {literal.term, false};

@@ -82,7 +82,7 @@ struct Name {
   bool is_free() const { return theory_operator == nullptr && binding.kind == BindingKind::none; }
 };
 
-/// For the table of the names.
+/// Gives the text by which the table of names finds a name.
 inline std::string_view text_of(const Name* name) {
   return name->text;
 }
