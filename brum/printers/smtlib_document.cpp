@@ -111,29 +111,37 @@ void SmtLibTermPrinter::print_term_and_children(std::ostream& out, const Term* t
   for (const std::string& text : texts) {
     most_bytes += text.size() + sizeof(" (to_real )");
   }
-  TextPiece piece(out, piece_memory, most_bytes);
-  piece.add('(');
-  piece.add(name);
-  if (is_congruence) {
-    piece.add(" (-");  // congruent means that the difference is divisible
-  }
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    const bool is_converted = symbol->type->get_component(i + 1) == real_type &&
-                              term->children[i]->sort() == mgr->get_int_type();
-    if (is_converted) {
-      piece.add(" (to_real ");
-      piece.add(texts[i]);
-      piece.add(')');
-    } else {
-      piece.add(' ');
-      piece.add(texts[i]);
+  const auto spell = [&](auto& piece) {
+    piece.add('(');
+    piece.add(name);
+    if (is_congruence) {
+      piece.add(" (-");  // congruent means that the difference is divisible
     }
-  }
-  piece.add(')');
-  if (is_congruence) {
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+      const bool is_converted = symbol->type->get_component(i + 1) == real_type &&
+                                term->children[i]->sort() == mgr->get_int_type();
+      if (is_converted) {
+        piece.add(" (to_real ");
+        piece.add(texts[i]);
+        piece.add(')');
+      } else {
+        piece.add(' ');
+        piece.add(texts[i]);
+      }
+    }
     piece.add(')');
+    if (is_congruence) {
+      piece.add(')');
+    }
+  };
+  if (most_bytes > TextPiece::long_bytes) {
+    TextParts parts(out);
+    spell(parts);
+  } else {
+    TextPiece piece(out, piece_memory, most_bytes);
+    spell(piece);
+    piece.write();
   }
-  piece.write();
 }
 
 void SmtLibTermPrinter::print_formula_term(std::ostream& out, const std::string& text,

@@ -6,7 +6,6 @@
 #include "brum/printers/text_piece.h"
 #include "brum/printers/write_text.h"
 #include "brum/terms/prefetch_term.h"
-#include "brum/utils/large_memory.h"
 #include "brum/utils/scope_exit.h"
 
 namespace brum {
@@ -22,6 +21,9 @@ constexpr std::size_t far_nodes_ahead = 4;
 
 /// Orders of fewer terms need no fetching: those are in the cache since they were walked over.
 constexpr std::size_t fewest_prefetched = 4096;
+
+/// Room in a long text for what comes with the texts that are lent: the operator and labels.
+constexpr std::size_t room_beside_lent = 1024;
 
 /// How many bytes of memory a pending text may have beyond four times its length.
 constexpr std::size_t most_spare_bytes = 128;
@@ -42,15 +44,14 @@ bool has_own_memory(const std::string& text) noexcept {
   return text.capacity() > std::string().capacity();
 }
 
-/// Puts a text in the place of another, whose memory it takes if that is enough. A long one gets
-/// huge pages: else it takes as many page faults as the rest of a document.
-inline void keep_text(std::string& kept, std::string_view text) {
-  if (text.size() >= huge_page_bytes) [[unlikely]] {
-    kept.clear();
-    kept.reserve(text.size());
-    prefer_huge_pages(kept.data(), kept.capacity());
-  }
+/// Puts a text in the place of another, whose memory it takes if that is enough.
+inline void put_text(std::string& kept, std::string_view text) {
   kept.assign(text);
+}
+
+/// Puts a text in the place of another and gives that instead, whose memory may serve again.
+inline void put_text(std::string& kept, std::string&& text) {
+  kept.swap(text);
 }
 
 /// Copies a text that mostly is a label, and mostly as long as the one in whose place it comes.
@@ -128,23 +129,22 @@ inline TermTexts::Texts& TermTexts::texts_for(std::size_t arity) {
 // The hook wants the texts of the arguments side by side. One that only this term refers to is lent
 // instead of being copied, unless it is the map's. Those were handled from left to right, so from
 // the right each is the last of the pending ones. All other arguments are in the map: several
-// places may refer to them. `first_lent` is where the lent ones begin, `levels` becomes the most of
-// any of them.
-inline void TermTexts::borrow_texts(const Term* term, Texts& children, std::size_t& first_lent,
-                                    std::uint32_t& levels) {
+// places may refer to them.
+inline void TermTexts::borrow_texts(const Term* term, Texts& children, Loan& loan) {
   for (std::size_t i = term->symbol->arity; i-- > 0;) {
     const Term* argument = term->children[i];
-    if (first_lent == 0 || pending_[first_lent - 1].term != argument) {
+    if (loan.first == 0 || pending_[loan.first - 1].term != argument) {
       copy_label(children[i], defs_.find(argument)->second);
       continue;
     }
-    Pending& lent = pending_[--first_lent];
-    levels = std::max(levels, lent.levels);
+    Pending& lent = pending_[--loan.first];
+    loan.levels = std::max(loan.levels, lent.levels);
     if (lent.text_in_map == nullptr) {
       children[i].swap(lent.own_text);
     } else {
       children[i] = *lent.text_in_map;  // a hook may look into the map
     }
+    loan.bytes += children[i].size();
   }
 }
 
@@ -192,7 +192,7 @@ inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std:
     if (pending.own_text.capacity() > text.size() * 4 + most_spare_bytes) {
       free_memory_of(pending.own_text);  // a text may be pending for long
     }
-    keep_text(pending.own_text, text);
+    put_text(pending.own_text, std::forward<Text>(text));
     return;
   }
   if (is_entered(term)) [[unlikely]] {
@@ -213,18 +213,23 @@ inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std:
   }
 }
 
-/// Makes room for the text around one of `bytes` bytes if it will be long: it is mostly put
-/// together without another copy then.
-inline void TermTexts::make_room_around(std::size_t bytes) {
-  constexpr std::size_t long_text = 16384;
-  if (bytes > long_text) {
-    inline_text_.reserve(3 * bytes);
-  }
-}
-
 /// Whether the map holds a term that is yet to be handled: a hook has printed terms into it, then.
 inline bool TermTexts::is_entered(const Term* term) const {
   return defs_.size() != num_entries_ && defs_.find(term) != defs_.end();
+}
+
+/// Gives the text of a term that is written inline or defined for its length. It lies in
+/// `long_text_` when the loan is long, in `short_text_` when not.
+inline std::string_view TermTexts::spell(const Term* term, const Texts& children,
+                                         const Loan& loan) {
+  if (loan.is_long()) [[unlikely]] {
+    long_text_.begin_text(loan.bytes + room_beside_lent);
+    printer_.print_term_and_children(long_text_, term, children);
+    return long_text_.text();
+  }
+  short_text_.clear_text();
+  printer_.print_term_and_children(short_text_, term, children);
+  return short_text_.text();
 }
 
 inline void TermTexts::handle(const Term* term) {
@@ -234,34 +239,32 @@ inline void TermTexts::handle(const Term* term) {
   const bool is_shared = rule_.has_several_places(term);
   const bool is_leaf = term->symbol->arity == 0;
   bool is_defined = false;
-  std::size_t first_lent = num_pending_;
-  std::uint32_t levels = 0;
+  Loan loan{num_pending_};
   {
     Texts& children = texts_for(term->symbol->arity);
-    const ScopeExit end([&] { end_loan(first_lent); });
-    borrow_texts(term, children, first_lent, levels);
-    ++levels;
-    is_defined = !is_leaf && (is_shared || (term != root_ && rule_.exceeds_levels(levels)));
+    const ScopeExit end([&] { end_loan(loan.first); });
+    borrow_texts(term, children, loan);
+    ++loan.levels;
+    is_defined = !is_leaf && (is_shared || (term != root_ && rule_.exceeds_levels(loan.levels)));
     if (is_defined) {
-      levels = 0;
+      loan.levels = 0;
       define(term, [&] { printer_.print_term_and_children(out_, term, children); });
     } else {
-      inline_text_.clear_text();
-      printer_.print_term_and_children(inline_text_, term, children);
+      const std::string_view text = spell(term, children, loan);
       // A definition for its length alone has no effect on the count of levels: no rule limits
       // both.
-      is_defined = !is_leaf && rule_.exceeds_bytes(inline_text_.text().size());
+      is_defined = !is_leaf && rule_.exceeds_bytes(text.size());
       if (is_defined) {
-        define(term, [&] { write_text(out_, inline_text_.text()); });
-      } else if (term != root_) {
-        make_room_around(inline_text_.text().size());
+        define(term, [&] { write_text(out_, text); });
       }
     }
   }
   if (is_defined) {
-    enter(term, std::move(label_), is_shared, levels);
+    enter(term, std::move(label_), is_shared, loan.levels);
+  } else if (loan.is_long()) [[unlikely]] {
+    enter(term, std::move(long_text_.text()), is_shared, loan.levels);
   } else {
-    enter(term, inline_text_.text(), is_shared, is_leaf ? 0 : levels);
+    enter(term, short_text_.text(), is_shared, is_leaf ? 0 : loan.levels);
   }
 }
 

@@ -14,6 +14,7 @@
 #include "brum/printers/term_printer.h"
 #include "brum/utils/large_array.h"
 #include "brum/utils/memory_stream.h"
+#include "brum/utils/string_stream.h"
 
 namespace brum {
 
@@ -63,6 +64,16 @@ class TermTexts {
     std::uint32_t levels = 0;            // of nested compound terms written inline in it
   };
 
+  /// What a term borrows from its arguments: the texts of the last of the pending terms.
+  struct Loan {
+    std::size_t first = 0;     // of these terms
+    std::uint32_t levels = 0;  // the most of any of them
+    std::size_t bytes = 0;     // of their texts
+
+    /// True when the term's text is not to be copied once it is put together.
+    bool is_long() const { return bytes >= 16384; }
+  };
+
   bool is_entered(const Term* term) const;
   void prefetch(std::span<const Term* const> coming) const;
   void handle(const Term* term);
@@ -76,11 +87,10 @@ class TermTexts {
   void enter(const Term* term, Text&& text, bool is_shared, std::uint32_t levels);
   Pending& add_pending();
 
-  void make_room_around(std::size_t bytes);
   Texts& texts_for(std::size_t arity);
-  void borrow_texts(const Term* term, Texts& children, std::size_t& first_lent,
-                    std::uint32_t& levels);
+  void borrow_texts(const Term* term, Texts& children, Loan& loan);
   void end_loan(std::size_t first_lent) noexcept;
+  std::string_view spell(const Term* term, const Texts& children, const Loan& loan);
 
   TermPrinter& printer_;
   std::ostream& out_;
@@ -94,7 +104,8 @@ class TermTexts {
   std::size_t num_pending_ = 0;   // ... those behind serve again, with the memory of their texts
   std::vector<std::string*> long_texts_;  // in the map, with memory outside it
   std::array<Texts, 4> texts_;  // what the hooks get, by number of arguments; the last grows
-  MemoryStream inline_text_;
+  MemoryStream short_text_;
+  StringStream long_text_;
   std::string label_;
 };
 

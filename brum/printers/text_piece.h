@@ -40,6 +40,9 @@ class PieceMemory {
 ///     piece.write();
 class TextPiece {
  public:
+  /// A text of more bytes is better written as TextParts.
+  static constexpr std::size_t long_bytes = 16384;
+
   /// Begins a piece of at most `most_bytes` bytes. Throws std::bad_alloc.
   TextPiece(std::ostream& out, PieceMemory& memory, std::size_t most_bytes)
       : out_(out),
@@ -94,6 +97,19 @@ class TextPiece {
   char* begin_;
   char* end_;
   std::size_t most_bytes_;
+};
+
+/// A text that goes to a stream part by part as it is added: for long ones, which mostly find no
+/// room in a buffer and would be copied once more as a TextPiece.
+class TextParts {
+ public:
+  explicit TextParts(std::ostream& out) : out_(out) {}
+
+  void add(char byte) { write_text(out_, {&byte, 1}); }
+  void add(std::string_view text) { write_text(out_, text); }
+
+ private:
+  std::ostream& out_;
 };
 
 /// Writes texts one after another as one piece: literals and what becomes a std::string_view.

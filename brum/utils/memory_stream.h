@@ -2,21 +2,22 @@
 #define BRUM_UTILS_MEMORY_STREAM_H
 
 #include <cstddef>
-#include <ostream>
-#include <streambuf>
+#include <ios>
 #include <string_view>
 
 #include "brum/utils/export.h"
 #include "brum/utils/large_memory.h"
+#include "brum/utils/text_stream.h"
 
 namespace brum {
 
 /// A stream buffer that keeps what is written in one block of memory, which grows without copying
-/// once it is large. It tells where it stands and cannot be made to stand elsewhere.
-class BRUM_EXPORT MemoryBuffer : public std::streambuf {
+/// once it is large.
+class BRUM_EXPORT MemoryBuffer final : public TextBuffer {
  public:
-  /// What was written since it was last cleared; valid until more is written or room is made.
-  std::string_view text() const { return {begin(), static_cast<std::size_t>(pptr() - begin())}; }
+  std::string_view text() const override {
+    return {begin(), static_cast<std::size_t>(pptr() - begin())};
+  }
 
   /// Drops the text and keeps the memory.
   void clear() { setp(begin(), epptr()); }
@@ -30,10 +31,7 @@ class BRUM_EXPORT MemoryBuffer : public std::streambuf {
   }
 
  private:
-  int_type overflow(int_type byte) override;
   std::streamsize xsputn(const char* bytes, std::streamsize count) override;
-  pos_type seekoff(off_type offset, std::ios_base::seekdir from,
-                   std::ios_base::openmode which) override;
 
   char* begin() const { return reinterpret_cast<char*>(memory_.begin()); }
   void make_room(std::size_t bytes);
@@ -47,12 +45,9 @@ class BRUM_EXPORT MemoryBuffer : public std::streambuf {
 ///     MemoryStream out;
 ///     printer.print_formula(out, formula);
 ///     use(out.text());
-class BRUM_EXPORT MemoryStream : public std::ostream {
+class BRUM_EXPORT MemoryStream : public TextStream {
  public:
-  MemoryStream() : std::ostream(nullptr) {
-    rdbuf(&buffer_);
-    exceptions(std::ios_base::badbit);
-  }
+  MemoryStream() { attach(buffer_); }
 
   /// What was written since it was last cleared; valid until more is written or room is made.
   std::string_view text() const { return buffer_.text(); }
@@ -64,20 +59,10 @@ class BRUM_EXPORT MemoryStream : public std::ostream {
   /// precision those of a new stream.
   void clear_text() {
     buffer_.clear();
-    if (rdstate() != goodbit) {
-      clear();
-    }
-    if (flags() != new_flags || precision() != new_precision || width() != 0) {
-      flags(new_flags);
-      precision(new_precision);
-      width(0);
-    }
+    reset_state();
   }
 
  private:
-  static constexpr fmtflags new_flags = skipws | dec;
-  static constexpr std::streamsize new_precision = 6;
-
   MemoryBuffer buffer_;
 };
 

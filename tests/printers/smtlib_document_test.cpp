@@ -123,7 +123,7 @@ TEST(SmtLibDocument, SingleTermsWithoutDefinitions) {
 }
 
 TEST(SmtLibDocument, LongTextsWaitForTheirNeighbours) {
-  for (const std::size_t length : {std::size_t{100}, huge_page_bytes}) {
+  for (const std::size_t length : {std::size_t{100}, std::size_t{20'000}, huge_page_bytes}) {
     TermManager mgr;
     const std::string a(length, 'a');
     const std::string b(length, 'b');
@@ -132,6 +132,22 @@ TEST(SmtLibDocument, LongTextsWaitForTheirNeighbours) {
     const Term* second = mgr.make_not(mgr.make_or(make_bool(mgr, c), make_bool(mgr, "d")));
     const std::string text = v2_text(mgr, mgr.make_and(first, second));
     EXPECT_TRUE(text == "(and (or " + a + " " + b + ") (not (or " + c + " d)))") << length;
+  }
+}
+
+// Of each rule of spelling that depends on operator or sort, with short and with long arguments.
+TEST(SmtLibDocument, LongArgumentsAreSpelledAsShortOnesAre) {
+  for (const std::size_t length : {1U, 10'000U, 40'000U}) {
+    TermManager mgr;
+    const std::string name(length, 'i');
+    const Term* i = make_int(mgr, name);
+    const Term* r = make_real(mgr, "r");
+    const Term* negated = mgr.make_times(mgr.make_number(-1), i);
+    EXPECT_TRUE(v2_text(mgr, mgr.make_leq(negated, r)) == "(<= (to_real (* (- 1) " + name + ")) r)")
+        << length;
+    EXPECT_TRUE(v2_text(mgr, mgr.make_int_modular_congruence(3, negated, i)) ==
+                "((_ divisible 3) (- (* (- 1) " + name + ") " + name + "))")
+        << length;
   }
 }
 

@@ -81,5 +81,18 @@ TEST_F(TextPieceInSmallBuffer, LeavesNothingUnlessItIsWritten) {
   EXPECT_EQ(buffer.text(), "kept");
 }
 
+TEST_F(TextPieceInSmallBuffer, PartsGoThereOneByOne) {
+  TextParts parts(out);
+  parts.add('(');
+  EXPECT_EQ(buffer.text(), "(");
+  parts.add("not ");
+  EXPECT_EQ(buffer.text(), "(not ");
+  EXPECT_EQ(buffer.calls(), 0);
+  parts.add(bytes_of(30));
+  parts.add(')');
+  EXPECT_EQ(buffer.text(), "(not " + bytes_of(30) + ')');
+  EXPECT_EQ(buffer.calls(), 1);
+}
+
 }  // namespace
 }  // namespace brum
