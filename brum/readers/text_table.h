@@ -1,15 +1,12 @@
 #ifndef BRUM_READERS_TEXT_TABLE_H
 #define BRUM_READERS_TEXT_TABLE_H
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
-#include <type_traits>
-#include <utility>
 
 #include "brum/utils/hash.h"
-#include "brum/utils/large_array.h"
+#include "brum/utils/slot_table.h"
 
 namespace brum {
 
@@ -20,8 +17,6 @@ namespace brum {
 /// entry; it is asked only for those of more than `longest_short_text` bytes.
 template <class Entry>
 class TextTable {
-  static_assert(std::is_trivial_v<Entry>);
-
  public:
   static constexpr std::size_t longest_short_text = 7;
 
@@ -30,30 +25,20 @@ class TextTable {
   /// then changes nothing.
   template <class Make>
   Entry& get(std::string_view text, const Make& make) {
-    if (num_entries_ * 2 >= slots_.size()) {
-      grow();
-    }
-    const std::uint64_t key = key_of(text);
-    Slot& slot = slots_[find_slot(text, key)];
-    if (slot.key == 0) {
-      slot = {key, make()};
-      ++num_entries_;
-    }
-    return slot.entry;
+    const auto is_it = [&](const Entry& entry) {
+      return text.size() <= longest_short_text || text_of(entry) == text;
+    };
+    return entries_.get(key_of(text), is_it, make);
   }
 
  private:
-  struct Slot {
-    std::uint64_t key;  // 0 where the slot is empty
-    Entry entry;
-  };
-
-  static constexpr std::size_t smallest_size = 256;
   static constexpr unsigned length_bits = 56;  // the bits below the byte that says the length
 
   /// A short text is its own key, so that equal keys are equal texts: its bytes, the last one
   /// lowest, and above them its length and 1. The key of a long one is a hash of it, but for the
-  /// two lowest bits, which are those of its last byte too.
+  /// two lowest bits, which are those of its last byte too. So texts that differ only there get
+  /// slots side by side: programs count through the names that they write, and the next one is
+  /// often looked for on the same cache line.
   static std::uint64_t key_of(std::string_view text) noexcept {
     if (text.size() > longest_short_text) {
       const std::uint64_t last = static_cast<unsigned char>(text.back());
@@ -88,41 +73,7 @@ class TextTable {
            byte_at(first + 3);
   }
 
-  /// Texts that differ only in the last two bits get slots side by side: programs count through the
-  /// names that they write, so the next one is often looked for there, on the same cache line.
-  static std::size_t first_slot(std::uint64_t key, std::size_t mask) noexcept {
-    return (hsh::mix(key >> 2U, hsh::first_mixer) << 2U | (key & 3U)) & mask;
-  }
-
-  /// Gives the slot of the entry with this text, or the empty one where it belongs.
-  std::size_t find_slot(std::string_view text, std::uint64_t key) const noexcept {
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t index = first_slot(key, mask);
-    while (slots_[index].key != 0 &&
-           (slots_[index].key != key ||
-            (text.size() > longest_short_text && text_of(slots_[index].entry) != text))) {
-      index = (index + 1) & mask;
-    }
-    return index;
-  }
-
-  void grow() {
-    LargeArray<Slot> larger(std::max(smallest_size, slots_.size() * 2));
-    const std::size_t mask = larger.size() - 1;
-    for (const Slot& slot : slots_) {
-      if (slot.key != 0) {
-        std::size_t index = first_slot(slot.key, mask);
-        while (larger[index].key != 0) {
-          index = (index + 1) & mask;
-        }
-        larger[index] = slot;
-      }
-    }
-    slots_ = std::move(larger);
-  }
-
-  LargeArray<Slot> slots_;  // their number is 0 or a power of two; half of them are empty
-  std::size_t num_entries_ = 0;
+  SlotTable<Entry> entries_;
 };
 
 }  // namespace brum

@@ -1,41 +1,40 @@
 #include "brum/terms/numeral_table.h"
 
 #include <array>
+#include <cstdint>
 
 #include "brum/terms/operator_names.h"
 
 namespace brum {
 
-const Symbol* NumeralTable::numeral(const QNumber& value, const DataType* type) {
-  const Key key{value, type};
-  if (const auto found = numerals_.find(key); found != numerals_.end()) {
-    return found->second;
+NumeralTable::~NumeralTable() {
+  for (const Symbols* symbols : {&numerals_, &congruences_}) {
+    symbols->for_each([](const NumberSymbol* symbol) { symbol->~NumberSymbol(); });
   }
-  numerals_.make_room();
-  NumeralSymbol* const symbol = factory_.make_numeral_symbol(value.to_str(), type, *this);
-  symbol->value = &numerals_.insert_absent(key, symbol)->first.value;
-  return symbol;
+}
+
+/// Gives the symbol of this number and sort, which `make()` makes if it is not there yet.
+template <class Make>
+inline const Symbol* NumeralTable::get(Symbols& symbols, const QNumber& number,
+                                       const DataType* type, const Make& make) {
+  const std::uint64_t hash = number.hash() ^ reinterpret_cast<std::uintptr_t>(type);
+  const auto is_it = [&](const NumberSymbol* symbol) {
+    return symbol->type == type && symbol->number == number;
+  };
+  return symbols.get(hash == 0 ? 1 : hash, is_it, make);
+}
+
+const Symbol* NumeralTable::numeral(const QNumber& value, const DataType* type) {
+  return get(numerals_, value, type,
+             [&] { return factory_.make_numeral(value.to_str(), type, value); });
 }
 
 const Symbol* NumeralTable::congruence(const QNumber& modulus) {
-  const Key key{modulus, sorts_.integer()};
-  if (const auto found = congruences_.find(key); found != congruences_.end()) {
-    return found->second;
-  }
-  moduli_.make_room();
-  congruences_.make_room();
-  constexpr SymbolTag::tag tag = SymbolTag::int_modular_congruence;
-  const DataType* type =
+  const DataType* const type =
       sorts_.function(std::array{sorts_.boolean(), sorts_.integer(), sorts_.integer()});
-  const Symbol* symbol = factory_.make_interpreted_symbol(operator_name(tag).name, type, tag);
-  moduli_.insert_absent(symbol, modulus);
-  congruences_.insert_absent(key, symbol);
-  return symbol;
-}
-
-const QNumber* NumeralTable::modulus_of(const Symbol* symbol) const {
-  const auto found = moduli_.find(symbol);
-  return found == moduli_.end() ? nullptr : &found->second;
+  const std::string_view name = operator_name(SymbolTag::int_modular_congruence).name;
+  return get(congruences_, modulus, type,
+             [&] { return factory_.make_congruence(name, type, modulus); });
 }
 
 }  // namespace brum

@@ -1,14 +1,12 @@
 #ifndef BRUM_TERMS_NUMERAL_TABLE_H
 #define BRUM_TERMS_NUMERAL_TABLE_H
 
-#include <cstdint>
-
 #include "brum/numbers/qnumber.h"
 #include "brum/terms/sort_table.h"
 #include "brum/terms/symbol_factory.h"
 #include "brum/terms/term.h"
 #include "brum/utils/export.h"
-#include "brum/utils/hash_containers.h"
+#include "brum/utils/slot_table.h"
 
 namespace brum {
 
@@ -19,6 +17,9 @@ namespace brum {
 class BRUM_EXPORT NumeralTable {
  public:
   NumeralTable(SymbolFactory& factory, SortTable& sorts) : factory_(factory), sorts_(sorts) {}
+  NumeralTable(const NumeralTable&) = delete;
+  NumeralTable& operator=(const NumeralTable&) = delete;
+  ~NumeralTable();
 
   /// Gives the constant of this value and sort (Int, Real or a bit-vector sort that holds it).
   const Symbol* numeral(const QNumber& value, const DataType* type);
@@ -28,30 +29,29 @@ class BRUM_EXPORT NumeralTable {
 
   /// Gives the value of a numeral of this table, null for any other symbol.
   const QNumber* value_of(const Symbol* symbol) const {
-    const NumeralSymbol* const numeral = NumeralSymbol::from(symbol);
-    return numeral != nullptr && numeral->table == this ? numeral->value : nullptr;
+    return number_of(NumberSymbol::from_numeral(symbol));
   }
 
-  /// Gives the modulus of a congruence, null for any other symbol.
-  const QNumber* modulus_of(const Symbol* symbol) const;
+  /// Gives the modulus of a congruence of this table, null for any other symbol.
+  const QNumber* modulus_of(const Symbol* symbol) const {
+    return number_of(NumberSymbol::from_congruence(symbol));
+  }
 
  private:
-  struct Key {
-    QNumber value;
-    const DataType* type = nullptr;
-    bool operator==(const Key&) const = default;
-  };
-  struct HashKey {
-    std::uint64_t operator()(const Key& key) const {
-      return key.value.hash() ^ reinterpret_cast<std::uintptr_t>(key.type);
-    }
-  };
+  using Symbols = SlotTable<const NumberSymbol*>;
+
+  const QNumber* number_of(const NumberSymbol* symbol) const {
+    return symbol != nullptr && factory_.has_made(symbol) ? &symbol->number : nullptr;
+  }
+
+  template <class Make>
+  static const Symbol* get(Symbols& symbols, const QNumber& number, const DataType* type,
+                           const Make& make);
 
   SymbolFactory& factory_;
   SortTable& sorts_;
-  hsh::HashMap<Key, const Symbol*, HashKey> numerals_;
-  hsh::HashMap<Key, const Symbol*, HashKey> congruences_;
-  hsh::HashMap<const Symbol*, QNumber> moduli_;
+  Symbols numerals_;
+  Symbols congruences_;
 };
 
 }  // namespace brum

@@ -1,32 +1,35 @@
 #ifndef BRUM_TERMS_SYMBOL_FACTORY_H
 #define BRUM_TERMS_SYMBOL_FACTORY_H
 
+#include <cstdint>
 #include <string_view>
 
+#include "brum/numbers/qnumber.h"
 #include "brum/terms/arena.h"
 #include "brum/terms/term.h"
 #include "brum/utils/export.h"
 
 namespace brum {
 
-class NumeralTable;
-class QNumber;
-
-/// The symbol of a number: every numeral is one.
-class NumeralSymbol : public Symbol {
+/// A symbol that carries a number: a numeral its value, a modular congruence its modulus.
+class NumberSymbol : public Symbol {
  public:
   /// Gives a symbol as what it is, null when it is no numeral.
-  static const NumeralSymbol* from(const Symbol* symbol) {
-    return symbol->numeral_ ? static_cast<const NumeralSymbol*>(symbol) : nullptr;
+  static const NumberSymbol* from_numeral(const Symbol* symbol) {
+    return symbol->numeral_ ? static_cast<const NumberSymbol*>(symbol) : nullptr;
   }
 
-  const NumeralTable* const table;  // that holds it
-  const QNumber* value = nullptr;   // held there too, once it is
+  /// Gives a symbol as what it is, null when it is no congruence.
+  static const NumberSymbol* from_congruence(const Symbol* symbol) {
+    const bool is_one = symbol->tag_ == SymbolTag::int_modular_congruence;
+    return is_one ? static_cast<const NumberSymbol*>(symbol) : nullptr;
+  }
+
+  const QNumber number;
 
  private:
   friend class SymbolFactory;
-  NumeralSymbol(std::string_view digits, const DataType* sort, const NumeralTable& holder)
-      : Symbol(digits, 0, sort, true, true, SymbolTag::none), table(&holder) {}
+  NumberSymbol(const Symbol& symbol, const QNumber& value) : Symbol(symbol), number(value) {}
 };
 
 /// Places symbols in an arena. Makes a new symbol at each call; keeping them apart or together is
@@ -37,32 +40,44 @@ class BRUM_EXPORT SymbolFactory {
 
   /// A symbol of the user's; the name is copied. Throws std::bad_alloc.
   const Symbol* make_user_symbol(std::string_view name, const DataType* type) {
-    return make(name, type, false, SymbolTag::none);
+    return place<Symbol>(describe(name, type, false, false, SymbolTag::none));
   }
 
   /// A symbol with a meaning of its own; the name is copied. Throws std::bad_alloc.
   const Symbol* make_interpreted_symbol(std::string_view name, const DataType* type,
                                         SymbolTag::tag tag = SymbolTag::none) {
-    return make(name, type, true, tag);
+    return place<Symbol>(describe(name, type, true, false, tag));
   }
 
-  /// The symbol of a number, named by its digits; the name is copied. `table` is yet to say its
-  /// value. Throws std::bad_alloc.
-  NumeralSymbol* make_numeral_symbol(std::string_view name, const DataType* type,
-                                     const NumeralTable& table) {
-    const std::string_view kept = arena_.copy(name);
-    void* const place = arena_.allocate(sizeof(NumeralSymbol));
-    return new (place) NumeralSymbol(kept, type, table);
+  /// The symbol of a value, named by its digits; the name is copied. The caller destroys it. Throws
+  /// std::bad_alloc.
+  const NumberSymbol* make_numeral(std::string_view digits, const DataType* type,
+                                   const QNumber& value) {
+    return place<NumberSymbol>(describe(digits, type, true, true, SymbolTag::none), value);
   }
+
+  /// The predicate on integers that are congruent modulo `modulus`; the name is copied. The caller
+  /// destroys it. Throws std::bad_alloc.
+  const NumberSymbol* make_congruence(std::string_view name, const DataType* type,
+                                      const QNumber& modulus) {
+    constexpr SymbolTag::tag tag = SymbolTag::int_modular_congruence;
+    return place<NumberSymbol>(describe(name, type, true, false, tag), modulus);
+  }
+
+  /// True for the symbols that this factory made.
+  bool has_made(const Symbol* symbol) const { return symbol->factory_ == this; }
 
  private:
-  const Symbol* make(std::string_view name, const DataType* type, bool is_interpreted,
-                     SymbolTag::tag tag) {
+  Symbol describe(std::string_view name, const DataType* type, bool is_interpreted, bool is_numeral,
+                  SymbolTag::tag tag) {
     const bool is_function = type->kind() == DataType::Kind::function;
     const std::uint64_t arity = is_function ? type->num_components() - 1 : 0;
-    const std::string_view kept = arena_.copy(name);
-    void* place = arena_.allocate(sizeof(Symbol));
-    return new (place) Symbol(kept, arity, type, is_interpreted, false, tag);
+    return {arena_.copy(name), arity, type, is_interpreted, is_numeral, tag, *this};
+  }
+
+  template <class Kind, class... Parts>
+  const Kind* place(const Parts&... parts) {
+    return new (arena_.allocate(sizeof(Kind))) Kind(parts...);
   }
 
   Arena& arena_;

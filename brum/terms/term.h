@@ -13,6 +13,9 @@
 
 namespace brum {
 
+class SymbolFactory;
+class Term;
+
 /// The head of a term: a constant, function, predicate, operator or numeral.
 ///
 /// Made and owned by a TermManager; compared by address. Immutable.
@@ -36,23 +39,29 @@ class BRUM_EXPORT Symbol {
   std::string_view name_view() const { return {name, name_length_}; }
 
  private:
-  friend class NumeralSymbol;
+  friend class NumberSymbol;
   friend class SymbolFactory;
   friend class TermManager;
+  friend class TermStore;
   Symbol(std::string_view name_text, std::uint64_t number_of_arguments, const DataType* sort,
-         bool interpreted, bool numeral, SymbolTag::tag tag)
+         bool interpreted, bool numeral, SymbolTag::tag tag, const SymbolFactory& factory)
       : name(name_text.data()),
         arity(number_of_arguments),
         type(sort),
         name_length_(name_text.size()),
         tag_(tag),
         interpreted_(interpreted),
-        numeral_(numeral) {}
+        numeral_(numeral),
+        factory_(&factory) {}
 
   std::size_t name_length_;
   SymbolTag::tag tag_;
   bool interpreted_;
   bool numeral_;
+  const SymbolFactory* factory_;  // that made it
+
+  // The term of a constant, as noted by the store of the manager that has the symbol; null before.
+  mutable const Term* constant_ = nullptr;
 };
 
 /// A node of the formula DAG: a symbol applied to terms.

@@ -218,9 +218,21 @@ const Term* TermStore::apply_in_table(const Symbol* symbol,
   return term;
 }
 
+/// Gives the term of a constant. The note of a symbol is this store's only if both are of one
+/// manager.
+const Term* TermStore::constant(const Symbol* symbol) {
+  if (!factory_.has_made(symbol)) {
+    return apply_in_table(symbol, {});
+  }
+  if (symbol->constant_ == nullptr) {
+    symbol->constant_ = add(chunk_with_room(bytes_of(0)), symbol, {});
+  }
+  return symbol->constant_;
+}
+
 const Term* TermStore::apply(const Symbol* symbol, std::span<const Term* const> arguments) {
   if (arguments.empty()) {
-    return apply_in_table(symbol, arguments);
+    return constant(symbol);
   }
   const Term* const youngest = youngest_of(arguments);
   if (youngest->id > size()) [[unlikely]] {
@@ -249,6 +261,8 @@ void TermStore::forget(const Term* term) noexcept {
   if (notes_of(term).is_in_table()) {
     empty_slot_of(term);
     --num_in_table_;
+  } else if (term->symbol->arity == 0) {
+    term->symbol->constant_ = nullptr;
   } else {
     notes_of(youngest_of(term->arguments())).set_first_user(Notes::none);
   }

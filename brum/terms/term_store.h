@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "brum/terms/symbol_factory.h"
 #include "brum/terms/term.h"
 #include "brum/utils/export.h"
 #include "brum/utils/large_array.h"
@@ -21,14 +22,15 @@ namespace brum {
 ///
 /// A term is looked for by its youngest argument, which knows its first user: the oldest term with
 /// this youngest argument. Where there is none the term is new, and that argument was mostly made a
-/// moment ago, so that what is looked at is in the cache. Terms that are nobody's first user or lie
-/// in another chunk than that argument, and constants, are in the unique table: open addressing
-/// over their addresses, at most three quarters full, and beside it a byte of each hash, so that a
-/// search looks at hardly any term but the right one. The table takes 12 to 24 bytes for each that
-/// is in it.
+/// moment ago, so that what is looked at is in the cache. A constant is known by its symbol. Terms
+/// that are nobody's first user or lie in another chunk than that argument, and constants whose
+/// symbols are another manager's, are in the unique table: open addressing over their addresses, at
+/// most three quarters full, and beside it a byte of each hash, so that a search looks at hardly
+/// any term but the right one. The table takes 12 to 24 bytes for each that is in it.
 class BRUM_EXPORT TermStore {
  public:
-  TermStore() = default;
+  /// The factory is that of the manager's symbols and must outlive the store.
+  explicit TermStore(const SymbolFactory& factory) : factory_(factory) {}
   TermStore(const TermStore&) = delete;
   TermStore& operator=(const TermStore&) = delete;
 
@@ -115,6 +117,7 @@ class BRUM_EXPORT TermStore {
 
   void empty_slot_of(const Term* term) noexcept;
   void forget(const Term* term) noexcept;
+  const Term* constant(const Symbol* symbol);
   const Term* apply_in_table(const Symbol* symbol, std::span<const Term* const> arguments);
   static std::uint64_t distance_to_next(const Chunk& chunk, const Term* term) noexcept;
   static const Term* at_distance(const Term* term, std::uint64_t words) noexcept;
@@ -124,6 +127,7 @@ class BRUM_EXPORT TermStore {
   void add_chunk(std::size_t least_bytes);
   const Term* add(Chunk& chunk, const Symbol* symbol, std::span<const Term* const> arguments);
 
+  const SymbolFactory& factory_;
   std::vector<Chunk> chunks_;
   std::size_t num_terms_ = 0;
   LargeArray<const Term*> slots_;   // the unique table; its length is 0 or a power of two

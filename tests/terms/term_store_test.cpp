@@ -30,6 +30,13 @@ using testing::make_bool;
 using testing::make_int;
 using testing::MemoryFault;
 
+/// A store that is nobody's, and a factory for its own symbols; it takes those of managers too.
+struct StoreOfTheTests {
+  Arena arena;
+  SymbolFactory factory{arena};
+  TermStore store{factory};
+};
+
 // A term holds its number, its symbol and its arguments, in this order and nothing between.
 static_assert(sizeof(Term) == 16);
 
@@ -134,7 +141,8 @@ TEST(TermStore, FindsEveryTermAgainAfterForgettingMany) {
   const Symbol* constant = mgr.declare("c", sort);
   const Symbol* f = mgr.declare("f", mgr.make_function_type({sort, sort}, sort));
   const Symbol* g = mgr.declare("g", mgr.make_function_type({sort, sort}, sort));
-  TermStore store;
+  StoreOfTheTests owner;
+  TermStore& store = owner.store;
   std::vector<const Term*> kept{store.apply(constant, {})};
   const auto extend = [&](const Symbol* symbol, int count) {
     for (int i = 0; i < count; ++i) {
@@ -164,7 +172,7 @@ TEST(TermStore, AgreesWithAMap) {
   TermManager mgr;
   const DataType* const sort = mgr.get_int_type();
   const Symbol* const constant = mgr.declare("c", sort);
-  const std::array functions{
+  const std::vector functions{
       mgr.declare("f", mgr.make_function_type({sort}, sort)),
       mgr.declare("g", mgr.make_function_type({sort, sort}, sort)),
       mgr.declare("h", mgr.make_function_type({sort, sort, sort}, sort)),
@@ -173,7 +181,13 @@ TEST(TermStore, AgreesWithAMap) {
   std::mt19937 random(7);  // NOLINT(cert-msc*): the same sequence in every run
   const auto below = [&](std::size_t bound) { return random() % bound; };
   for (int round = 0; round < 20; ++round) {
-    TermStore store;
+    StoreOfTheTests owner;
+    TermStore& store = owner.store;
+    std::vector<const Symbol*> symbols = functions;
+    for (int i = 0; i < 20; ++i) {
+      symbols.push_back(i < 10 ? owner.factory.make_user_symbol("c", sort)
+                               : mgr.declare("c" + std::to_string(i), sort));
+    }
     std::vector<const Term*> terms{store.apply(constant, {})};
     std::vector<Application> applications{{constant, {}}};
     std::map<Application, const Term*> known{{applications[0], terms[0]}};
@@ -195,7 +209,7 @@ TEST(TermStore, AgreesWithAMap) {
       // Few of the oldest terms, so that much is made twice, or any.
       const std::size_t range =
           below(2) == 0 ? terms.size() : std::min<std::size_t>(terms.size(), 9);
-      Application application{functions[below(functions.size())], {}};
+      Application application{symbols[below(symbols.size())], {}};
       for (std::uint64_t i = 0; i < application.first->arity; ++i) {
         application.second.push_back(terms[below(range)]);
       }
@@ -282,7 +296,8 @@ TEST(TermStore, FindsTermsFarFromTheirArguments) {
   const Symbol* const wide = mgr.declare(
       "wide", mgr.make_function_type(std::vector<const DataType*>(wide_arity, sort), sort));
   for (const bool with_wide_chunk : {false, true}) {
-    TermStore store;
+    StoreOfTheTests owner;
+    TermStore& store = owner.store;
     const auto apply = [&](const Symbol* symbol, const Term* argument) {
       return store.apply(symbol, std::array{argument});
     };
@@ -333,6 +348,26 @@ TEST(TermStore, AManagerOutlivesWhatAnotherMadeOfItsTerms) {
   EXPECT_EQ(sum->id, 3U);
   EXPECT_EQ(owner.make_plus(x, y), sum);
   EXPECT_EQ(owner.make_leq(x, y)->id, 4U);
+}
+
+TEST(TermStore, AConstantIsAnotherTermInEachManager) {
+  TermManager owner;
+  const Term* const x = make_int(owner, "x");
+  const Term* const three = owner.make_number(3);
+  {
+    TermManager other;
+    const Term* const p = make_bool(other, "p");
+    const Term* const other_three = other.make_term(three->symbol, {});
+    const Term* const other_x = other.make_term(x->symbol, {});
+    EXPECT_EQ(other_three->id, 2U);
+    EXPECT_EQ(other_x->id, 3U);
+    EXPECT_EQ(other.make_term(three->symbol, {}), other_three);
+    EXPECT_EQ(other.make_term(x->symbol, {}), other_x);
+    EXPECT_EQ(other.make_term(p->symbol, {}), p);
+  }
+  EXPECT_EQ(owner.make_term(x->symbol, {}), x);
+  EXPECT_EQ(owner.make_term(three->symbol, {}), three);
+  EXPECT_EQ(owner.make_number(3), three);
 }
 
 TEST(TermStore, TermsOfALargerManagerAreRefused) {
