@@ -33,11 +33,6 @@ std::uint64_t hash_of(const Symbol* symbol, std::span<const Term* const> argumen
   return hash;
 }
 
-/// What the table keeps of a hash: 7 bits that do not choose the slot, and a bit that is never 0.
-std::uint8_t mark_of(std::uint64_t hash) {
-  return static_cast<std::uint8_t>(0x80U | hash >> 57U);
-}
-
 bool is_application(const Term* term, const Symbol* symbol,
                     std::span<const Term* const> arguments) {
   if (term->symbol != symbol) {
@@ -74,42 +69,22 @@ std::size_t TermStore::bytes_of(std::size_t arity) {
   return sizeof(Notes) + sizeof(Term) + arity * sizeof(const Term*);
 }
 
-TermStore::Slot TermStore::find_slot(const Symbol* symbol,
-                                     std::span<const Term* const> arguments) const {
-  const std::size_t mask = slots_.size() - 1;
-  const std::uint64_t hash = hash_of(symbol, arguments);
-  const std::uint8_t mark = mark_of(hash);
-  std::size_t slot = hash & mask;
-  __builtin_prefetch(&slots_[slot], 1);  // far from its mark, and mostly read or written
-  while (marks_[slot] != 0 &&
-         (marks_[slot] != mark || !is_application(slots_[slot], symbol, arguments))) {
-    slot = (slot + 1) & mask;
-  }
-  return {slot, mark};
-}
-
-TermStore::Slot TermStore::first_empty_slot(std::uint64_t hash) const {
+std::size_t TermStore::first_empty_slot(std::uint64_t hash) const {
   const std::size_t mask = slots_.size() - 1;
   std::size_t slot = hash & mask;
-  while (marks_[slot] != 0) {
+  while (!slots_[slot].is_empty()) {
     slot = (slot + 1) & mask;
   }
-  return {slot, mark_of(hash)};
-}
-
-void TermStore::fill(Slot slot, const Term* term) noexcept {
-  slots_[slot.index] = term;
-  marks_[slot.index] = slot.mark;
+  return slot;
 }
 
 void TermStore::empty_slot_of(const Term* term) noexcept {
   const std::size_t mask = slots_.size() - 1;
   std::size_t slot = hash_of(term->symbol, term->arguments()) & mask;
-  while (slots_[slot] != term) {
+  while (slots_[slot].term() != term) {
     slot = (slot + 1) & mask;
   }
-  slots_[slot] = nullptr;
-  marks_[slot] = 0;
+  slots_[slot] = {};
 }
 
 inline void TermStore::make_room_in_table() {
@@ -120,10 +95,7 @@ inline void TermStore::make_room_in_table() {
 
 [[gnu::noinline]] void TermStore::grow_table() {
   const std::size_t new_size = std::max(smallest_table, slots_.size() * 2);
-  LargeArray<const Term*> new_slots(new_size);
-  LargeArray<std::uint8_t> new_marks(new_size);
-  slots_ = std::move(new_slots);
-  marks_ = std::move(new_marks);
+  slots_ = LargeArray<Slot>(new_size);
   // Terms go in again in the order of their ids: memory is read from front to back, and no term is
   // placed behind one that was made later, on which roll_back relies. Their slots are all over the
   // table, so each is fetched into the cache some terms before its turn.
@@ -142,18 +114,16 @@ inline void TermStore::make_room_in_table() {
       }
       Waiting& next = waiting[fetched % fetched_ahead];
       if (fetched >= fetched_ahead) {
-        fill(first_empty_slot(next.hash), next.term);
+        slots_[first_empty_slot(next.hash)] = {next.term, next.hash};
       }
       next = {term, hash_of(term->symbol, term->arguments())};
-      const std::size_t slot = next.hash & (new_size - 1);
-      __builtin_prefetch(&marks_[slot], 1);
-      __builtin_prefetch(&slots_[slot], 1);
+      __builtin_prefetch(&slots_[next.hash & (new_size - 1)], 1);
       ++fetched;
     }
   }
   for (std::size_t i = fetched - std::min(fetched, fetched_ahead); i < fetched; ++i) {
     const Waiting& last = waiting[i % fetched_ahead];
-    fill(first_empty_slot(last.hash), last.term);
+    slots_[first_empty_slot(last.hash)] = {last.term, last.hash};
   }
 }
 
@@ -207,12 +177,16 @@ inline const Term* TermStore::add(Chunk& chunk, const Symbol* symbol,
 const Term* TermStore::apply_in_table(const Symbol* symbol,
                                       std::span<const Term* const> arguments) {
   make_room_in_table();
-  const Slot slot = find_slot(symbol, arguments);
-  if (marks_[slot.index] != 0) {
-    return slots_[slot.index];
+  const std::uint64_t hash = hash_of(symbol, arguments);
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t slot = hash & mask;
+  for (; !slots_[slot].is_empty(); slot = (slot + 1) & mask) {
+    if (slots_[slot].may_hold(hash) && is_application(slots_[slot].term(), symbol, arguments)) {
+      return slots_[slot].term();
+    }
   }
   const Term* const term = add(chunk_with_room(bytes_of(arguments.size())), symbol, arguments);
-  fill(slot, term);
+  slots_[slot] = {term, hash};
   notes_of(term).put_into_table();
   ++num_in_table_;
   return term;

@@ -1,6 +1,7 @@
 #ifndef BRUM_TERMS_TERM_STORE_H
 #define BRUM_TERMS_TERM_STORE_H
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -25,8 +26,7 @@ namespace brum {
 /// moment ago, so that what is looked at is in the cache. A constant is known by its symbol. Terms
 /// that are nobody's first user or lie in another chunk than that argument, and constants whose
 /// symbols are another manager's, are in the unique table: open addressing over their addresses, at
-/// most three quarters full, and beside it a byte of each hash, so that a search looks at hardly
-/// any term but the right one. The table takes 12 to 24 bytes for each that is in it.
+/// most three quarters full. It takes 11 to 22 bytes for each that is in it.
 class BRUM_EXPORT TermStore {
  public:
   /// The factory is that of the manager's symbols and must outlive the store.
@@ -104,17 +104,28 @@ class BRUM_EXPORT TermStore {
 
   static std::size_t bytes_of(std::size_t arity);
 
-  /// A place in the table and the mark that belongs there.
-  struct Slot {
-    std::size_t index;
-    std::uint8_t mark;
+  /// A place in the unique table: the address of a term, which has 48 bits at most, and above it
+  /// the highest bits of the term's hash, so that a search looks at hardly any term but the right
+  /// one.
+  class Slot {
+   public:
+    Slot() = default;
+    Slot(const Term* term, std::uint64_t hash)
+        : word_(reinterpret_cast<std::uintptr_t>(term) | (hash & hash_bits)) {
+      assert(this->term() == term);
+    }
+
+    bool is_empty() const { return word_ == 0; }
+    const Term* term() const { return reinterpret_cast<const Term*>(word_ & ~hash_bits); }
+    bool may_hold(std::uint64_t hash) const { return ((word_ ^ hash) & hash_bits) == 0; }
+
+   private:
+    static constexpr std::uint64_t hash_bits = ~std::uint64_t{0} << 48U;
+
+    std::uint64_t word_;
   };
 
-  /// Gives the slot that holds the application, or the empty slot where it belongs.
-  Slot find_slot(const Symbol* symbol, std::span<const Term* const> arguments) const;
-  Slot first_empty_slot(std::uint64_t hash) const;
-  void fill(Slot slot, const Term* term) noexcept;
-
+  std::size_t first_empty_slot(std::uint64_t hash) const;
   void empty_slot_of(const Term* term) noexcept;
   void forget(const Term* term) noexcept;
   const Term* constant(const Symbol* symbol);
@@ -130,8 +141,7 @@ class BRUM_EXPORT TermStore {
   const SymbolFactory& factory_;
   std::vector<Chunk> chunks_;
   std::size_t num_terms_ = 0;
-  LargeArray<const Term*> slots_;   // the unique table; its length is 0 or a power of two
-  LargeArray<std::uint8_t> marks_;  // per slot some bits of the hash; 0 where it is empty
+  LargeArray<Slot> slots_;  // the unique table; their number is 0 or a power of two
   std::size_t num_in_table_ = 0;
 };
 
