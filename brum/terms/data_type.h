@@ -9,6 +9,8 @@
 
 namespace brum {
 
+class SortTable;
+
 /// A sort. Made and owned by a TermManager, which keeps each sort once: two sorts are the same
 /// exactly when their addresses are. Immutable.
 class BRUM_EXPORT DataType {
@@ -48,9 +50,10 @@ class BRUM_EXPORT DataType {
 
  private:
   friend class SortTable;
-  DataType(Kind kind, std::size_t width, const char* name, const DataType* const* components,
-           std::size_t num_components)
-      : kind_(kind),
+  DataType(const SortTable& table, Kind kind, std::size_t width, const char* name,
+           const DataType* const* components, std::size_t num_components)
+      : table_(&table),
+        kind_(kind),
         width_(width),
         name_(name),
         components_(components),
@@ -58,6 +61,7 @@ class BRUM_EXPORT DataType {
 
   std::string to_str(std::size_t limit) const;
 
+  const SortTable* table_;  // that holds it
   Kind kind_;
   std::size_t width_;
   const char* name_;  // of an uninterpreted sort, else null

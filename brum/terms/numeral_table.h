@@ -41,7 +41,7 @@ class BRUM_EXPORT NumeralTable {
   using Symbols = SlotTable<const NumberSymbol*>;
 
   const QNumber* number_of(const NumberSymbol* symbol) const {
-    return symbol != nullptr && factory_.has_made(symbol) ? &symbol->number : nullptr;
+    return symbol != nullptr && sorts_.holds(symbol->type) ? &symbol->number : nullptr;
   }
 
   template <class Make>

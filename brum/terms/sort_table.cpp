@@ -29,7 +29,7 @@ SortTable::SortTable(Arena& arena)
 const DataType* SortTable::make(DataType::Kind kind, std::size_t width, const char* name,
                                 std::span<const DataType* const> components) {
   void* place = arena_.allocate(sizeof(DataType));
-  return new (place) DataType(kind, width, name, components.data(), components.size());
+  return new (place) DataType(*this, kind, width, name, components.data(), components.size());
 }
 
 const DataType* SortTable::bit_vector(std::size_t width) {

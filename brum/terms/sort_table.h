@@ -32,6 +32,9 @@ class BRUM_EXPORT SortTable {
   /// `components` are the result sort and then the argument sorts.
   const DataType* function(std::span<const DataType* const> components);
 
+  /// True for the sorts of this table.
+  bool holds(const DataType* sort) const { return sort->table_ == this; }
+
  private:
   struct HashSorts {
     std::uint64_t operator()(std::span<const DataType* const> sorts) const;

@@ -64,15 +64,12 @@ class BRUM_EXPORT SymbolFactory {
     return place<NumberSymbol>(describe(name, type, true, false, tag), modulus);
   }
 
-  /// True for the symbols that this factory made.
-  bool has_made(const Symbol* symbol) const { return symbol->factory_ == this; }
-
  private:
   Symbol describe(std::string_view name, const DataType* type, bool is_interpreted, bool is_numeral,
                   SymbolTag::tag tag) {
     const bool is_function = type->kind() == DataType::Kind::function;
     const std::uint64_t arity = is_function ? type->num_components() - 1 : 0;
-    return {arena_.copy(name), arity, type, is_interpreted, is_numeral, tag, *this};
+    return {arena_.copy(name), arity, type, is_interpreted, is_numeral, tag};
   }
 
   template <class Kind, class... Parts>

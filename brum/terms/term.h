@@ -13,7 +13,6 @@
 
 namespace brum {
 
-class SymbolFactory;
 class Term;
 
 /// The head of a term: a constant, function, predicate, operator or numeral.
@@ -44,23 +43,25 @@ class BRUM_EXPORT Symbol {
   friend class TermManager;
   friend class TermStore;
   Symbol(std::string_view name_text, std::uint64_t number_of_arguments, const DataType* sort,
-         bool interpreted, bool numeral, SymbolTag::tag tag, const SymbolFactory& factory)
+         bool interpreted, bool numeral, SymbolTag::tag tag)
       : name(name_text.data()),
         arity(number_of_arguments),
         type(sort),
-        name_length_(name_text.size()),
+        name_length_(name_text.size() & most_length),
         tag_(tag),
         interpreted_(interpreted),
-        numeral_(numeral),
-        factory_(&factory) {}
+        numeral_(numeral) {}
 
-  std::size_t name_length_;
-  SymbolTag::tag tag_;
-  bool interpreted_;
-  bool numeral_;
-  const SymbolFactory* factory_;  // that made it
+  // A formula may have as many symbols as terms, so they are kept small. No name is longer than
+  // addresses, which have 48 bits, can tell.
+  static constexpr std::uint64_t most_length = (std::uint64_t{1} << 48U) - 1;
 
-  // The term of a constant, as noted by the store of the manager that has the symbol; null before.
+  std::uint64_t name_length_ : 48;
+  SymbolTag::tag tag_ : 8;
+  bool interpreted_ : 1;
+  bool numeral_ : 1;
+
+  // The term of a constant, as noted by the store of the manager that has its sort.
   mutable const Term* constant_ = nullptr;
 };
 

@@ -61,7 +61,7 @@ TermManager::TermManager()
       factory_(arena_),
       operators_(factory_, sorts_),
       numerals_(factory_, sorts_),
-      terms_(factory_),
+      terms_(sorts_),
       true_(make_operator("true", get_bool_type(), {})),
       false_(make_operator("false", get_bool_type(), {})),
       and_(make_operator("and", get_bool_type(), {get_bool_type(), get_bool_type()})),

@@ -192,10 +192,9 @@ const Term* TermStore::apply_in_table(const Symbol* symbol,
   return term;
 }
 
-/// Gives the term of a constant. The note of a symbol is this store's only if both are of one
-/// manager.
+/// Gives the term of a constant. What its symbol notes is this store's if its sort is.
 const Term* TermStore::constant(const Symbol* symbol) {
-  if (!factory_.has_made(symbol)) {
+  if (!sorts_.holds(symbol->type)) {
     return apply_in_table(symbol, {});
   }
   if (symbol->constant_ == nullptr) {

@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "brum/terms/symbol_factory.h"
+#include "brum/terms/sort_table.h"
 #include "brum/terms/term.h"
 #include "brum/utils/export.h"
 #include "brum/utils/large_array.h"
@@ -25,12 +25,12 @@ namespace brum {
 /// this youngest argument. Where there is none the term is new, and that argument was mostly made a
 /// moment ago, so that what is looked at is in the cache. A constant is known by its symbol. Terms
 /// that are nobody's first user or lie in another chunk than that argument, and constants whose
-/// symbols are another manager's, are in the unique table: open addressing over their addresses, at
+/// sorts are another manager's, are in the unique table: open addressing over their addresses, at
 /// most three quarters full. It takes 11 to 22 bytes for each that is in it.
 class BRUM_EXPORT TermStore {
  public:
-  /// The factory is that of the manager's symbols and must outlive the store.
-  explicit TermStore(const SymbolFactory& factory) : factory_(factory) {}
+  /// The sorts are those of the same manager and must outlive the store.
+  explicit TermStore(const SortTable& sorts) : sorts_(sorts) {}
   TermStore(const TermStore&) = delete;
   TermStore& operator=(const TermStore&) = delete;
 
@@ -138,7 +138,7 @@ class BRUM_EXPORT TermStore {
   void add_chunk(std::size_t least_bytes);
   const Term* add(Chunk& chunk, const Symbol* symbol, std::span<const Term* const> arguments);
 
-  const SymbolFactory& factory_;
+  const SortTable& sorts_;
   std::vector<Chunk> chunks_;
   std::size_t num_terms_ = 0;
   LargeArray<Slot> slots_;  // the unique table; their number is 0 or a power of two

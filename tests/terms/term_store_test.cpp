@@ -30,11 +30,12 @@ using testing::make_bool;
 using testing::make_int;
 using testing::MemoryFault;
 
-/// A store that is nobody's, and a factory for its own symbols; it takes those of managers too.
+/// A store that is nobody's, with sorts and symbols of its own; it takes those of managers too.
 struct StoreOfTheTests {
   Arena arena;
+  SortTable sorts{arena};
   SymbolFactory factory{arena};
-  TermStore store{factory};
+  TermStore store{sorts};
 };
 
 // A term holds its number, its symbol and its arguments, in this order and nothing between.
@@ -185,7 +186,7 @@ TEST(TermStore, AgreesWithAMap) {
     TermStore& store = owner.store;
     std::vector<const Symbol*> symbols = functions;
     for (int i = 0; i < 20; ++i) {
-      symbols.push_back(i < 10 ? owner.factory.make_user_symbol("c", sort)
+      symbols.push_back(i < 10 ? owner.factory.make_user_symbol("c", owner.sorts.integer())
                                : mgr.declare("c" + std::to_string(i), sort));
     }
     std::vector<const Term*> terms{store.apply(constant, {})};
@@ -364,6 +365,13 @@ TEST(TermStore, AConstantIsAnotherTermInEachManager) {
     EXPECT_EQ(other.make_term(three->symbol, {}), other_three);
     EXPECT_EQ(other.make_term(x->symbol, {}), other_x);
     EXPECT_EQ(other.make_term(p->symbol, {}), p);
+    const Symbol* const mixed = owner.declare("mixed", other.get_int_type());
+    const Term* const in_owner = owner.make_term(mixed, {});
+    const Term* const in_other = other.make_term(mixed, {});
+    EXPECT_EQ(in_owner->id, 3U);
+    EXPECT_EQ(in_other->id, 4U);
+    EXPECT_EQ(owner.make_term(mixed, {}), in_owner);
+    EXPECT_EQ(other.make_term(mixed, {}), in_other);
   }
   EXPECT_EQ(owner.make_term(x->symbol, {}), x);
   EXPECT_EQ(owner.make_term(three->symbol, {}), three);
