@@ -18,7 +18,12 @@ std::string describe_byte(char c) {
 }  // namespace
 
 LexerBuffer::LexerBuffer(std::istream& in, std::string file_name, std::size_t buffer_bytes)
-    : in_(in), file_name_(std::move(file_name)), buffer_(buffer_bytes + 1) {}
+    : in_(in),
+      file_name_(std::move(file_name)),
+      buffer_(buffer_bytes + 1),
+      token_start_(buffer_.data()),
+      cursor_(buffer_.data()),
+      end_(buffer_.data()) {}
 
 // Errors.
 
@@ -54,38 +59,43 @@ void LexerBuffer::error_malformed(const std::string& expected) {
 bool LexerBuffer::refill() {
   if (at_end_)
     return false;
-  if (token_start_ > 0) {
-    std::memmove(buffer_.data(), buffer_.data() + token_start_, filled_ - token_start_);
-    offset_of_buffer_ += token_start_;
-    cursor_ -= token_start_;
-    filled_ -= token_start_;
-    token_start_ = 0;
-  } else if (filled_ + 1 == buffer_.size()) {
+  // What was read of the token goes to the beginning of the buffer; for one that fills it the
+  // buffer grows.
+  const std::size_t before = distance(buffer_.data(), token_start_);
+  const std::size_t scanned = token_bytes();
+  const std::size_t kept = distance(token_start_, end_);
+  if (before > 0) {
+    std::memmove(buffer_.data(), token_start_, kept);
+    column_of_buffer_ += before;
+  } else if (kept + 1 == buffer_.size()) {
     buffer_.resize(2 * buffer_.size());
   }
-  in_.read(buffer_.data() + filled_, static_cast<std::streamsize>(buffer_.size() - 1 - filled_));
+  char* const place = buffer_.data() + kept;
+  token_start_ = buffer_.data();
+  cursor_ = token_start_ + scanned;
+  end_ = place;
+  in_.read(place, static_cast<std::streamsize>(buffer_.size() - 1 - kept));
   const auto got = static_cast<std::size_t>(in_.gcount());
   if (in_.bad())
     throw Exception("cannot read " + file_name_);
-  filled_ += got;
-  buffer_[filled_] = '\0';
+  place[got] = '\0';
+  end_ += got;
   at_end_ = got == 0;
   return got != 0;
 }
 
 void LexerBuffer::skip_comment() {
   while (available()) {
-    const char* from = buffer_.data() + cursor_;
-    const std::size_t length = filled_ - cursor_;
-    const auto* line_feed = static_cast<const char*>(std::memchr(from, '\n', length));
-    const std::size_t run =
-        line_feed == nullptr ? length : static_cast<std::size_t>(line_feed - from);
-    const auto* nul = static_cast<const char*>(std::memchr(from, '\0', run));
+    const auto* const line_feed =
+        static_cast<const char*>(std::memchr(cursor_, '\n', distance(cursor_, end_)));
+    const char* const last = line_feed == nullptr ? end_ : line_feed;
+    const auto* const nul =
+        static_cast<const char*>(std::memchr(cursor_, '\0', distance(cursor_, last)));
     if (nul != nullptr) {
-      cursor_ += static_cast<std::size_t>(nul - from);
+      cursor_ = nul;
       error_here("found a NUL byte, expected the rest of a comment");
     }
-    cursor_ += run;
+    cursor_ = last;
     token_start_ = cursor_;
     if (line_feed != nullptr)
       return;
@@ -95,13 +105,13 @@ void LexerBuffer::skip_comment() {
 void LexerBuffer::skip_blanks_comments_and_line_ends() {
   while (true) {
     skip_blanks();
-    const char c = buffer_[cursor_];
+    const char c = current();
     if (c == '\n') {
       advance_over_line_feed();
     } else if (c == ';') {
       token_start_ = cursor_;
       skip_comment();
-    } else if (cursor_ == filled_) {
+    } else if (at_end_of_buffer()) {
       token_start_ = cursor_;
       if (!refill())
         return;

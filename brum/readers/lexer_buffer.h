@@ -36,28 +36,28 @@ class LexerBuffer {
 
  protected:
   /// The byte at the cursor; NUL at the end of the text in the buffer.
-  char current() const { return buffer_[cursor_]; }
+  char current() const { return *cursor_; }
 
   /// Whether the cursor stands at the end of the text in the buffer.
-  bool at_end_of_buffer() const { return cursor_ == filled_; }
+  bool at_end_of_buffer() const { return cursor_ == end_; }
 
   /// Moves the cursor over a byte, which must not be a line feed.
   void advance() { ++cursor_; }
   void advance_over_line_feed() {
     ++line_;
     ++cursor_;
-    offset_of_line_ = offset_of_buffer_ + cursor_;
+    column_of_buffer_ = 1 - distance(buffer_.data(), cursor_);
   }
 
   /// Moves the cursor behind the longest run of bytes of some of these classes.
   template <const ByteClasses& classes_of_bytes>
   void scan_run(unsigned char classes) {
     do {
-      const char* p = buffer_.data() + cursor_;
+      const char* p = cursor_;
       while ((classes_of_bytes[static_cast<unsigned char>(*p)] & classes) != 0)
         ++p;
-      cursor_ = static_cast<std::size_t>(p - buffer_.data());
-    } while (cursor_ == filled_ && refill());
+      cursor_ = p;
+    } while (cursor_ == end_ && refill());
   }
 
   /// Moves the cursor over blanks, line ends and comments from `;` to the end of a line.
@@ -79,19 +79,19 @@ class LexerBuffer {
   /// Ends the token at the cursor; its text is what remains between `skip_front` bytes at its
   /// beginning and `skip_back` at its end.
   void finish(TokenKind kind, std::size_t skip_front, std::size_t skip_back) {
-    const std::string_view raw(buffer_.data() + token_start_, cursor_ - token_start_);
+    const std::string_view raw(token_start_, token_bytes());
     token_.kind = kind;
     token_.raw = raw;
     token_.text = raw.substr(skip_front, raw.size() - skip_front - skip_back);
   }
 
   /// The number of bytes from the beginning of the token to the cursor, and the first of them.
-  std::size_t token_bytes() const { return cursor_ - token_start_; }
-  char first_byte() const { return buffer_[token_start_]; }
+  std::size_t token_bytes() const { return distance(token_start_, cursor_); }
+  char first_byte() const { return *token_start_; }
 
   /// Whether a byte is there at the cursor, read from the stream if need be. Bytes from the
   /// beginning of the token on are kept.
-  bool available() { return cursor_ < filled_ || refill(); }
+  bool available() { return cursor_ != end_ || refill(); }
 
   /// Throw a ReadError at the cursor, or for the token that ends there.
   [[noreturn]] void error_here(const std::string& message) const;
@@ -103,28 +103,33 @@ class LexerBuffer {
 
  private:
   void skip_blanks() {
-    const char* p = buffer_.data() + cursor_;
+    const char* p = cursor_;
     // Most bytes that are none are told by one comparison.
     while (static_cast<unsigned char>(*p) <= ' ' && (*p == ' ' || *p == '\t' || *p == '\r')) {
       ++p;
     }
-    cursor_ = static_cast<std::size_t>(p - buffer_.data());
+    cursor_ = p;
   }
   void skip_blanks_comments_and_line_ends();
   void skip_comment();
   bool refill();
   TextPosition position_of_cursor() const {
-    return {line_, offset_of_buffer_ + cursor_ - offset_of_line_ + 1};
+    return {line_, column_of_buffer_ + distance(buffer_.data(), cursor_)};
+  }
+  static std::size_t distance(const char* from, const char* to) {
+    return static_cast<std::size_t>(to - from);
   }
 
   std::istream& in_;
   std::string file_name_;
   std::vector<char> buffer_;  // one byte longer than what may be filled, for a NUL behind the text
-  std::size_t filled_ = 0;
-  std::size_t cursor_ = 0;
-  std::size_t token_start_ = 0;
-  std::size_t offset_of_buffer_ = 0;  // bytes of the input before buffer_[0]
-  std::size_t offset_of_line_ = 0;    // bytes of the input before the line of the cursor
+  const char* token_start_;
+  const char* cursor_;
+  const char* end_;  // of the text, where there is a NUL
+
+  // The column that the first byte of the buffer has in the line of the cursor. Where the line
+  // begins within the buffer it is below 1: a number of columns modulo 2^64.
+  std::size_t column_of_buffer_ = 1;
   std::size_t line_ = 1;
   bool at_end_ = false;
 };
