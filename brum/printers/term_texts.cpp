@@ -35,6 +35,11 @@ inline bool is_far(const Term* argument, const Term* term) {
   return term->id - argument->id > near_terms;
 }
 
+/// True for a text that has far more memory than `bytes` bytes need: it may be kept for long.
+bool is_roomy(const std::string& text, std::size_t bytes) noexcept {
+  return text.capacity() > bytes * 4 + most_spare_bytes;
+}
+
 /// Empties a text and gives its memory back, which an assignment would keep.
 void free_memory_of(std::string& text) noexcept {
   std::string().swap(text);
@@ -189,8 +194,8 @@ inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std:
     Pending& pending = add_pending();
     pending.term = term;
     pending.levels = levels;
-    if (pending.own_text.capacity() > text.size() * 4 + most_spare_bytes) {
-      free_memory_of(pending.own_text);  // a text may be pending for long
+    if (is_roomy(pending.own_text, text.size())) {
+      free_memory_of(pending.own_text);
     }
     put_text(pending.own_text, std::forward<Text>(text));
     return;
@@ -225,7 +230,11 @@ inline std::string_view TermTexts::spell(const Term* term, const Texts& children
   if (loan.is_long()) [[unlikely]] {
     long_text_.begin_text(loan.bytes + room_beside_lent);
     printer_.print_term_and_children(long_text_, term, children);
-    return long_text_.text();
+    std::string& text = long_text_.text();
+    if (is_roomy(text, text.size())) {
+      text.shrink_to_fit();  // a hook has left out what it was lent
+    }
+    return text;
   }
   short_text_.clear_text();
   printer_.print_term_and_children(short_text_, term, children);

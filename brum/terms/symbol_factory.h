@@ -6,6 +6,7 @@
 
 #include "brum/numbers/qnumber.h"
 #include "brum/terms/arena.h"
+#include "brum/terms/sort_table.h"
 #include "brum/terms/term.h"
 #include "brum/utils/export.h"
 
@@ -36,7 +37,8 @@ class NumberSymbol : public Symbol {
 /// the business of the tables that call it.
 class BRUM_EXPORT SymbolFactory {
  public:
-  explicit SymbolFactory(Arena& arena) : arena_(arena) {}
+  /// Arena and sorts are those of one manager and must outlive what is made.
+  SymbolFactory(Arena& arena, const SortTable& sorts) : arena_(arena), sorts_(sorts) {}
 
   /// A symbol of the user's; the name is copied. Throws std::bad_alloc.
   const Symbol* make_user_symbol(std::string_view name, const DataType* type) {
@@ -69,7 +71,7 @@ class BRUM_EXPORT SymbolFactory {
                   SymbolTag::tag tag) {
     const bool is_function = type->kind() == DataType::Kind::function;
     const std::uint64_t arity = is_function ? type->num_components() - 1 : 0;
-    return {arena_.copy(name), arity, type, is_interpreted, is_numeral, tag};
+    return {arena_.copy(name), arity, type, is_interpreted, is_numeral, tag, sorts_.holds(type)};
   }
 
   template <class Kind, class... Parts>
@@ -78,6 +80,7 @@ class BRUM_EXPORT SymbolFactory {
   }
 
   Arena& arena_;
+  const SortTable& sorts_;
 };
 
 }  // namespace brum

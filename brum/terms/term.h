@@ -20,6 +20,8 @@ class Term;
 /// Made and owned by a TermManager; compared by address. Immutable.
 class BRUM_EXPORT Symbol {
  public:
+  Symbol& operator=(const Symbol&) = delete;
+
   /// The name under which the symbol was made, NUL-terminated. User symbols have the name they
   /// were declared under; interpreted symbols have names of their own, used in messages only.
   const char* name;
@@ -43,14 +45,16 @@ class BRUM_EXPORT Symbol {
   friend class TermManager;
   friend class TermStore;
   Symbol(std::string_view name_text, std::uint64_t number_of_arguments, const DataType* sort,
-         bool interpreted, bool numeral, SymbolTag::tag tag)
+         bool interpreted, bool numeral, SymbolTag::tag tag, bool at_home)
       : name(name_text.data()),
         arity(number_of_arguments),
         type(sort),
         name_length_(name_text.size() & most_length),
         tag_(tag),
         interpreted_(interpreted),
-        numeral_(numeral) {}
+        numeral_(numeral),
+        at_home_(at_home) {}
+  Symbol(const Symbol&) = default;
 
   // A formula may have as many symbols as terms, so they are kept small. No name is longer than
   // addresses, which have 48 bits, can tell.
@@ -60,8 +64,9 @@ class BRUM_EXPORT Symbol {
   SymbolTag::tag tag_ : 8;
   bool interpreted_ : 1;
   bool numeral_ : 1;
+  bool at_home_ : 1;  // the sort is of the same manager
 
-  // The term of a constant, as noted by the store of the manager that has its sort.
+  // The term of a constant that is at home, as noted by the store of that manager.
   mutable const Term* constant_ = nullptr;
 };
 

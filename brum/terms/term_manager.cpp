@@ -58,7 +58,7 @@ class TermTransaction {
 TermManager::TermManager()
     : arena_(Arena::Placement::reproducible),
       sorts_(arena_),
-      factory_(arena_),
+      factory_(arena_, sorts_),
       operators_(factory_, sorts_),
       numerals_(factory_, sorts_),
       terms_(sorts_),

@@ -192,9 +192,10 @@ const Term* TermStore::apply_in_table(const Symbol* symbol,
   return term;
 }
 
-/// Gives the term of a constant. What its symbol notes is this store's if its sort is.
+/// Gives the term of a constant. Its symbol notes it if symbol, sort and store are of one manager,
+/// so that none of them outlives the others.
 const Term* TermStore::constant(const Symbol* symbol) {
-  if (!sorts_.holds(symbol->type)) {
+  if (!symbol->at_home_ || !sorts_.holds(symbol->type)) {
     return apply_in_table(symbol, {});
   }
   if (symbol->constant_ == nullptr) {

@@ -25,8 +25,8 @@ namespace brum {
 /// this youngest argument. Where there is none the term is new, and that argument was mostly made a
 /// moment ago, so that what is looked at is in the cache. A constant is known by its symbol. Terms
 /// that are nobody's first user or lie in another chunk than that argument, and constants whose
-/// sorts are another manager's, are in the unique table: open addressing over their addresses, at
-/// most three quarters full. It takes 11 to 22 bytes for each that is in it.
+/// symbols or sorts are another manager's, are in the unique table: open addressing over their
+/// addresses, at most three quarters full. It takes 11 to 22 bytes for each that is in it.
 class BRUM_EXPORT TermStore {
  public:
   /// The sorts are those of the same manager and must outlive the store.
@@ -109,6 +109,7 @@ class BRUM_EXPORT TermStore {
   /// one.
   class Slot {
    public:
+    // cppcheck-suppress uninitMemberVar  ; trivial, as the table's memory begins as zeros
     Slot() = default;
     Slot(const Term* term, std::uint64_t hash)
         : word_(reinterpret_cast<std::uintptr_t>(term) | (hash & hash_bits)) {
@@ -116,7 +117,10 @@ class BRUM_EXPORT TermStore {
     }
 
     bool is_empty() const { return word_ == 0; }
-    const Term* term() const { return reinterpret_cast<const Term*>(word_ & ~hash_bits); }
+    const Term* term() const {
+      // NOLINTNEXTLINE(performance-no-int-to-ptr): the word holds more than the address
+      return reinterpret_cast<const Term*>(word_ & ~hash_bits);
+    }
     bool may_hold(std::uint64_t hash) const { return ((word_ ^ hash) & hash_bits) == 0; }
 
    private:

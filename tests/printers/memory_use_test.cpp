@@ -124,5 +124,35 @@ TEST(PrinterMemoryUse, PlacesThatAreLeftKeepNoLongTextsMemory) {
   EXPECT_LT(printer.allocated, before + out.text().size() * 2 + count * text_bytes);
 }
 
+/// Writes of every negation only that it is one.
+class AbridgingPrinter : public MeasuringPrinter {
+ public:
+  using MeasuringPrinter::MeasuringPrinter;
+
+  void print_term_and_children(std::ostream& out, const Term* term,
+                               const std::vector<std::string>& children) override {
+    if (term->symbol == mgr->get_not_symbol()) {
+      out << "(not ...)";
+    } else {
+      MeasuringPrinter::print_term_and_children(out, term, children);
+    }
+  }
+};
+
+TEST(PrinterMemoryUse, AnAbridgedTextKeepsNoMemoryOfTheWholeOne) {
+  constexpr std::size_t count = 1'000;
+  TermManager mgr;
+  const Term* formula = mgr.make_true();
+  for (std::size_t i = 0; i < count; ++i) {
+    const Term* side = testing::make_bool(mgr, std::to_string(i) + std::string(20'000, 'x'));
+    formula = mgr.make_and(mgr.make_not(side), formula);
+  }
+  MemoryStream out;
+  AbridgingPrinter printer(false, &mgr, "", "");
+  const std::size_t before = testing::allocated_bytes();
+  printer.print_formula(out, formula);
+  EXPECT_LT(printer.allocated, before + out.text().size() + count * 1'000);
+}
+
 }  // namespace
 }  // namespace brum

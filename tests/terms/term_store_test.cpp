@@ -10,6 +10,7 @@
 #include <map>
 #include <memory>
 #include <new>
+#include <optional>
 #include <random>
 #include <string>
 #include <utility>
@@ -34,7 +35,7 @@ using testing::MemoryFault;
 struct StoreOfTheTests {
   Arena arena;
   SortTable sorts{arena};
-  SymbolFactory factory{arena};
+  SymbolFactory factory{arena, sorts};
   TermStore store{sorts};
 };
 
@@ -376,6 +377,20 @@ TEST(TermStore, AConstantIsAnotherTermInEachManager) {
   EXPECT_EQ(owner.make_term(x->symbol, {}), x);
   EXPECT_EQ(owner.make_term(three->symbol, {}), three);
   EXPECT_EQ(owner.make_number(3), three);
+}
+
+// The next manager may get the place of the one that has gone, and its sorts their places.
+TEST(TermStore, NoManagerLeavesATermToTheNext) {
+  TermManager owner;
+  std::optional<TermManager> other(std::in_place);
+  const Symbol* const symbol = owner.declare("x", other->get_int_type());
+  const Term* const x = other->make_term(symbol, {});
+  EXPECT_EQ(other->make_term(symbol, {}), x);
+  EXPECT_EQ(x->id, 1U);
+  other.emplace();
+  make_bool(*other, "p");
+  EXPECT_EQ(other->make_term(owner.declare("y", owner.get_int_type()), {})->id, 2U);
+  EXPECT_EQ(other->make_term(symbol, {})->id, 3U);
 }
 
 TEST(TermStore, TermsOfALargerManagerAreRefused) {
