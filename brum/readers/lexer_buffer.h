@@ -21,6 +21,8 @@ class LexerBuffer {
  public:
   /// Reads from `in`, which must outlive the lexer; `file_name` is for error messages.
   LexerBuffer(std::istream& in, std::string file_name, std::size_t buffer_bytes);
+  LexerBuffer(const LexerBuffer&) = delete;
+  LexerBuffer& operator=(const LexerBuffer&) = delete;
 
   /// The token that next() of the lexer gave last.
   const Token& token() const { return token_; }
