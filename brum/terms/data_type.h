@@ -55,17 +55,22 @@ class BRUM_EXPORT DataType {
       : table_(&table),
         kind_(kind),
         width_(width),
-        name_(name),
         components_(components),
-        num_components_(num_components) {}
+        num_components_(num_components) {
+    if (kind == Kind::uninterpreted) {
+      name_ = name;
+    }
+  }
 
   std::string to_str(std::size_t limit) const;
 
   const SortTable* table_;  // that holds it
   Kind kind_;
   std::size_t width_;
-  const char* name_;  // of an uninterpreted sort, else null
-  const DataType* const* components_;
+  union {
+    const DataType* const* components_;
+    const char* name_;  // of an uninterpreted sort
+  };
   std::size_t num_components_;
 };
 

@@ -42,6 +42,12 @@ struct StoreOfTheTests {
 // A term holds its number, its symbol and its arguments, in this order and nothing between.
 static_assert(sizeof(Term) == 16);
 
+// Declarations come in an order that follows the addresses of symbols and sorts, and so these
+// sizes: another one is another order, which users see.
+static_assert(sizeof(Symbol) == 40);
+static_assert(sizeof(NumberSymbol) == 56);
+static_assert(sizeof(DataType) == 40);
+
 TEST(Term, ArgumentsFollowTheSymbol) {
   TermManager mgr;
   const Term* x = make_int(mgr, "x");
