@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "brum/printers/text_piece.h"
 #include "brum/printers/write_text.h"
 #include "brum/terms/prefetch_term.h"
 #include "brum/utils/scope_exit.h"

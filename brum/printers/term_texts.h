@@ -12,6 +12,7 @@
 #include "brum/printers/definition_map.h"
 #include "brum/printers/definition_rule.h"
 #include "brum/printers/term_printer.h"
+#include "brum/printers/text_piece.h"
 #include "brum/utils/large_array.h"
 #include "brum/utils/memory_stream.h"
 #include "brum/utils/string_stream.h"
@@ -71,7 +72,7 @@ class TermTexts {
     std::size_t bytes = 0;     // of their texts
 
     /// True when the term's text is not to be copied once it is put together.
-    bool is_long() const { return bytes >= 16384; }
+    bool is_long() const { return bytes > TextPiece::long_bytes; }
   };
 
   bool is_entered(const Term* term) const;

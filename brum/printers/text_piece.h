@@ -40,7 +40,7 @@ class PieceMemory {
 ///     piece.write();
 class TextPiece {
  public:
-  /// A text of more bytes is better written as TextParts.
+  /// A text of more bytes is long: copying it counts. It is better written as TextParts.
   static constexpr std::size_t long_bytes = 16384;
 
   /// Begins a piece of at most `most_bytes` bytes. Throws std::bad_alloc.

@@ -2,39 +2,36 @@
 
 #include <array>
 #include <cstdint>
+#include <string_view>
 
 #include "brum/terms/operator_names.h"
 
 namespace brum {
 
 NumeralTable::~NumeralTable() {
-  for (const Symbols* symbols : {&numerals_, &congruences_}) {
-    symbols->for_each([](const NumberSymbol* symbol) { symbol->~NumberSymbol(); });
-  }
+  symbols_.for_each([](const NumberSymbol* symbol) { symbol->~NumberSymbol(); });
 }
 
-/// Gives the symbol of this number and sort, which `make()` makes if it is not there yet.
+/// Gives the symbol of this number and type, which `make()` makes if it is not there yet.
 template <class Make>
-inline const Symbol* NumeralTable::get(Symbols& symbols, const QNumber& number,
-                                       const DataType* type, const Make& make) {
+inline const Symbol* NumeralTable::get(const QNumber& number, const DataType* type,
+                                       const Make& make) {
   const std::uint64_t hash = number.hash() ^ reinterpret_cast<std::uintptr_t>(type);
   const auto is_it = [&](const NumberSymbol* symbol) {
     return symbol->type == type && symbol->number == number;
   };
-  return symbols.get(hash == 0 ? 1 : hash, is_it, make);
+  return symbols_.get(hash == 0 ? 1 : hash, is_it, make);
 }
 
 const Symbol* NumeralTable::numeral(const QNumber& value, const DataType* type) {
-  return get(numerals_, value, type,
-             [&] { return factory_.make_numeral(value.to_str(), type, value); });
+  return get(value, type, [&] { return factory_.make_numeral(value.to_str(), type, value); });
 }
 
 const Symbol* NumeralTable::congruence(const QNumber& modulus) {
   const DataType* const type =
       sorts_.function(std::array{sorts_.boolean(), sorts_.integer(), sorts_.integer()});
   const std::string_view name = operator_name(SymbolTag::int_modular_congruence).name;
-  return get(congruences_, modulus, type,
-             [&] { return factory_.make_congruence(name, type, modulus); });
+  return get(modulus, type, [&] { return factory_.make_congruence(name, type, modulus); });
 }
 
 }  // namespace brum

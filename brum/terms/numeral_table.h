@@ -38,20 +38,16 @@ class BRUM_EXPORT NumeralTable {
   }
 
  private:
-  using Symbols = SlotTable<const NumberSymbol*>;
-
   const QNumber* number_of(const NumberSymbol* symbol) const {
     return symbol != nullptr && sorts_.holds(symbol->type) ? &symbol->number : nullptr;
   }
 
   template <class Make>
-  static const Symbol* get(Symbols& symbols, const QNumber& number, const DataType* type,
-                           const Make& make);
+  const Symbol* get(const QNumber& number, const DataType* type, const Make& make);
 
   SymbolFactory& factory_;
   SortTable& sorts_;
-  Symbols numerals_;
-  Symbols congruences_;
+  SlotTable<const NumberSymbol*> symbols_;  // a congruence has another type than any numeral
 };
 
 }  // namespace brum
