@@ -40,6 +40,7 @@ void SmtLibTermPrinter::name_distinguished_symbols() {
 }
 
 void SmtLibTermPrinter::name_operators() {
+  tag_names.expect_nodes(operator_names.size());
   tag_names.rehash(operator_names.size() * 2);  // at once, as nothing is written in its order
   for (const OperatorName& entry : operator_names) {
     if (!entry.indexed) {

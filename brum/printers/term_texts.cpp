@@ -101,12 +101,11 @@ const std::string& TermTexts::write(const Term* term, std::span<const Term* cons
   num_pending_ = 0;
   root_ = term;
   const std::size_t num_fetching = order.size() < fewest_prefetched ? 0 : order.size() - term_ahead;
-  for (std::size_t i = 0; i < num_fetching; ++i) {
-    prefetch(order.subspan(i));
+  for (std::size_t i = 0; i < order.size(); ++i) {
+    if (i < num_fetching) {
+      prefetch(order.subspan(i));
+    }
     handle(order[i]);
-  }
-  for (const Term* last : order.subspan(num_fetching)) {
-    handle(last);
   }
   // What no place refers to is pending still.
   if (num_pending_ == 0 || entries_ == Entries::all) {
@@ -144,7 +143,7 @@ inline void TermTexts::borrow_texts(const Term* term, Texts& children, Loan& loa
     Pending& lent = pending_[--loan.first];
     loan.levels = std::max(loan.levels, lent.levels);
     if (lent.text_in_map == nullptr) {
-      children[i].swap(lent.own_text);
+      children[i] = std::move(lent.own_text);
     } else {
       children[i] = *lent.text_in_map;  // a hook may look into the map
     }
@@ -227,17 +226,28 @@ inline bool TermTexts::is_entered(const Term* term) const {
 inline std::string_view TermTexts::spell(const Term* term, const Texts& children,
                                          const Loan& loan) {
   if (loan.is_long()) [[unlikely]] {
-    long_text_.begin_text(loan.bytes + room_beside_lent);
-    printer_.print_term_and_children(long_text_, term, children);
-    std::string& text = long_text_.text();
-    if (is_roomy(text, text.size())) {
-      text.shrink_to_fit();  // a hook has left out what it was lent
-    }
-    return text;
+    return spell_long(term, children, loan);
   }
   short_text_.clear_text();
   printer_.print_term_and_children(short_text_, term, children);
   return short_text_.text();
+}
+
+[[gnu::noinline]] std::string_view TermTexts::spell_long(const Term* term, const Texts& children,
+                                                         const Loan& loan) {
+  StringStream& stream = long_text_ ? *long_text_ : long_text_.emplace();
+  stream.begin_text(loan.bytes + room_beside_lent);
+  printer_.print_term_and_children(stream, term, children);
+  std::string& text = stream.text();
+  if (is_roomy(text, text.size())) {
+    text.shrink_to_fit();  // a hook has left out what it was lent
+  }
+  return text;
+}
+
+[[gnu::noinline]] void TermTexts::enter_long(const Term* term, bool is_shared,
+                                             std::uint32_t levels) {
+  enter(term, std::move(long_text_->text()), is_shared, levels);
 }
 
 inline void TermTexts::handle(const Term* term) {
@@ -245,7 +255,14 @@ inline void TermTexts::handle(const Term* term) {
     return;
   }
   const bool is_shared = rule_.has_several_places(term);
-  const bool is_leaf = term->symbol->arity == 0;
+  if (term->symbol->arity == 0) {
+    enter(term, spell(term, texts_for(0), Loan()), is_shared, 0);
+  } else {
+    handle_application(term, is_shared);
+  }
+}
+
+inline void TermTexts::handle_application(const Term* term, bool is_shared) {
   bool is_defined = false;
   Loan loan{num_pending_};
   {
@@ -253,7 +270,7 @@ inline void TermTexts::handle(const Term* term) {
     const ScopeExit end([&] { end_loan(loan.first); });
     borrow_texts(term, children, loan);
     ++loan.levels;
-    is_defined = !is_leaf && (is_shared || (term != root_ && rule_.exceeds_levels(loan.levels)));
+    is_defined = is_shared || (term != root_ && rule_.exceeds_levels(loan.levels));
     if (is_defined) {
       loan.levels = 0;
       define(term, [&] { printer_.print_term_and_children(out_, term, children); });
@@ -261,7 +278,7 @@ inline void TermTexts::handle(const Term* term) {
       const std::string_view text = spell(term, children, loan);
       // A definition for its length alone has no effect on the count of levels: no rule limits
       // both.
-      is_defined = !is_leaf && rule_.exceeds_bytes(text.size());
+      is_defined = rule_.exceeds_bytes(text.size());
       if (is_defined) {
         define(term, [&] { write_text(out_, text); });
       }
@@ -270,9 +287,9 @@ inline void TermTexts::handle(const Term* term) {
   if (is_defined) {
     enter(term, std::move(label_), is_shared, loan.levels);
   } else if (loan.is_long()) [[unlikely]] {
-    enter(term, std::move(long_text_.text()), is_shared, loan.levels);
+    enter_long(term, is_shared, loan.levels);
   } else {
-    enter(term, short_text_.text(), is_shared, is_leaf ? 0 : loan.levels);
+    enter(term, short_text_.text(), is_shared, loan.levels);
   }
 }
 

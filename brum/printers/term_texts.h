@@ -4,6 +4,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -78,6 +79,7 @@ class TermTexts {
   bool is_entered(const Term* term) const;
   void prefetch(std::span<const Term* const> coming) const;
   void handle(const Term* term);
+  void handle_application(const Term* term, bool is_shared);
 
   /// Writes the definition of `term` as a whole, under its label, which is then in `label_`.
   template <class WriteText>
@@ -92,6 +94,8 @@ class TermTexts {
   void borrow_texts(const Term* term, Texts& children, Loan& loan);
   void end_loan(std::size_t first_lent) noexcept;
   std::string_view spell(const Term* term, const Texts& children, const Loan& loan);
+  std::string_view spell_long(const Term* term, const Texts& children, const Loan& loan);
+  void enter_long(const Term* term, bool is_shared, std::uint32_t levels);
 
   TermPrinter& printer_;
   std::ostream& out_;
@@ -106,7 +110,7 @@ class TermTexts {
   std::vector<std::string*> long_texts_;  // in the map, with memory outside it
   std::array<Texts, 4> texts_;  // what the hooks get, by number of arguments; the last grows
   MemoryStream short_text_;
-  StringStream long_text_;
+  std::optional<StringStream> long_text_;  // made when it is first needed
   std::string label_;
 };
 

@@ -436,10 +436,21 @@ TEST(Hashtable, TakesManyExpectedNodesFromOneChunk) {
   EXPECT_EQ(map.find(many - 1)->second, (many - 1) * (many - 1));
 }
 
-TEST(Hashtable, TakesFewExpectedNodesAsUsual) {
+TEST(Hashtable, TakesTheFirstExpectedNodesFromOneChunk) {
   HashSet<std::uint64_t> set;
+  set.expect_nodes(100);
+  for (std::uint64_t key = 0; key < 100; ++key) {
+    set.insert(key);
+  }
+  EXPECT_EQ(set.node_pool().free_list, nullptr);
+  EXPECT_NE(set.node_pool().begin_of_only_chunk(), nullptr);
+}
+
+TEST(Hashtable, TakesLaterNodesAsUsualIfTheyAreFew) {
+  HashSet<std::uint64_t> set;
+  set.insert(1);
   set.expect_nodes(1'000);
-  EXPECT_EQ(set.node_pool().next_chunk_blocks, 16U);
+  EXPECT_EQ(set.node_pool().next_chunk_blocks, 32U);
 }
 
 TEST(Hashtable, NodesAreUsedAgainInTheOrderOfTheFreeList) {
