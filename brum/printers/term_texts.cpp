@@ -18,7 +18,8 @@ constexpr std::size_t arguments_ahead = 16;
 constexpr std::size_t far_buckets_ahead = 8;
 constexpr std::size_t far_nodes_ahead = 4;
 
-/// Orders of fewer terms need no fetching: those are in the cache since they were walked over.
+/// Orders of fewer terms need no fetching: those are in the cache since they were walked over. Nor
+/// do maps of fewer buckets.
 constexpr std::size_t fewest_prefetched = 4096;
 
 /// Room in a long text for what comes with the texts that are lent: the operator and labels.
@@ -73,17 +74,22 @@ void TermTexts::reserve(std::size_t num_entries) {
   defs_.grow_safely(num_entries / 7 * 10 + 10);  // tables grow at a load of 0.7
 }
 
-/// Always inline, as GCC 12 drops all fetching from a function of its own.
+// Both are always inline, as GCC 12 drops all fetching from a function of its own.
+
 [[gnu::always_inline]] inline void TermTexts::prefetch(std::span<const Term* const> coming) const {
   prefetch_term(coming[term_ahead]);
   __builtin_prefetch(coming[symbol_ahead]->symbol);
   const Term* next = coming[arguments_ahead];
-  defs_.prefetch(next);
   rule_.prefetch(next);
   for (const Term* argument : next->arguments()) {
     __builtin_prefetch(argument);
   }
-  next = coming[far_buckets_ahead];
+}
+
+[[gnu::always_inline]] inline void TermTexts::prefetch_in_map(
+    std::span<const Term* const> coming) const {
+  defs_.prefetch(coming[arguments_ahead]);
+  const Term* next = coming[far_buckets_ahead];
   for (const Term* argument : next->arguments()) {
     if (is_far(argument, next)) {
       defs_.prefetch(argument);
@@ -101,8 +107,12 @@ const std::string& TermTexts::write(const Term* term, std::span<const Term* cons
   num_pending_ = 0;
   root_ = term;
   const std::size_t num_fetching = order.size() < fewest_prefetched ? 0 : order.size() - term_ahead;
+  const bool is_map_large = defs_.bucket_count() >= fewest_prefetched;
   for (std::size_t i = 0; i < order.size(); ++i) {
     if (i < num_fetching) {
+      if (is_map_large) {
+        prefetch_in_map(order.subspan(i));
+      }
       prefetch(order.subspan(i));
     }
     handle(order[i]);

@@ -78,6 +78,7 @@ class TermTexts {
 
   bool is_entered(const Term* term) const;
   void prefetch(std::span<const Term* const> coming) const;
+  void prefetch_in_map(std::span<const Term* const> coming) const;
   void handle(const Term* term);
   void handle_application(const Term* term, bool is_shared);
 
