@@ -29,10 +29,15 @@ class TermWalk {
     const Term* visited = root;
     do {
       if (enter(visited)) {
-        open_.push_back(top);
-        top = {visited, 0};
-        for (const Term* next : visited->arguments()) {
-          prefetch_term(next);
+        if (visited->symbol->arity == 0) {
+          leave(visited);
+          prefetch_behind(visited, root);
+        } else {
+          open_.push_back(top);
+          top = {visited, 0};
+          for (const Term* next : visited->arguments()) {
+            prefetch_term(next);
+          }
         }
       }
       while (top.term != nullptr && top.next == top.term->symbol->arity) {
