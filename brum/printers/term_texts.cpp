@@ -59,6 +59,15 @@ inline void put_text(std::string& kept, std::string&& text) {
   kept.swap(text);
 }
 
+/// Moves a text to where a hook wants it. A short one is copied, but not into the memory of one
+/// that was far longer.
+inline void lend_text(std::string& to, std::string& from) {
+  if (is_roomy(to, from.size())) {
+    free_memory_of(to);
+  }
+  to = std::move(from);
+}
+
 /// Copies a text that mostly is a label, and mostly as long as the one in whose place it comes.
 inline void copy_label(std::string& to, const std::string& from) {
   if (to.size() == from.size()) {
@@ -153,7 +162,7 @@ inline void TermTexts::borrow_texts(const Term* term, Texts& children, Loan& loa
     Pending& lent = pending_[--loan.first];
     loan.levels = std::max(loan.levels, lent.levels);
     if (lent.text_in_map == nullptr) {
-      children[i] = std::move(lent.own_text);
+      lend_text(children[i], lent.own_text);
     } else {
       children[i] = *lent.text_in_map;  // a hook may look into the map
     }

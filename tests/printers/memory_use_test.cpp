@@ -124,6 +124,50 @@ TEST(PrinterMemoryUse, PlacesThatAreLeftKeepNoLongTextsMemory) {
   EXPECT_LT(printer.allocated, before + out.text().size() * 2 + count * text_bytes);
 }
 
+/// Notes how much memory the arguments' texts of the last application have.
+class ArgumentsMeasuringPrinter : public SmtLibTermPrinter {
+ public:
+  using SmtLibTermPrinter::SmtLibTermPrinter;
+
+  void print_term_and_children(std::ostream& out, const Term* term,
+                               const std::vector<std::string>& children) override {
+    SmtLibTermPrinter::print_term_and_children(out, term, children);
+    if (children.size() > 2) {
+      capacity = 0;
+      for (const std::string& text : children) {
+        capacity += text.capacity();
+      }
+    }
+  }
+
+  std::size_t capacity = 0;
+};
+
+// Two applications of one function: the second's texts come where the first's were.
+TEST(PrinterMemoryUse, ShortArgumentsKeepNoLongOnesMemory) {
+  constexpr std::size_t count = 1'000;
+  TermManager mgr;
+  const DataType* const boolean = mgr.get_bool_type();
+  const Symbol* const f =
+      mgr.declare("f", mgr.make_function_type(std::vector(count, boolean), boolean));
+  const auto apply_to_names = [&](char letter, std::size_t bytes) {
+    std::vector<const Term*> arguments;
+    for (std::size_t i = 0; i < count; ++i) {
+      const std::string name = std::to_string(i) + std::string(bytes, letter);
+      arguments.push_back(mgr.make_not(testing::make_bool(mgr, "n" + name)));
+    }
+    return mgr.make_term(f, arguments);
+  };
+  const Term* const wide = apply_to_names('x', text_bytes);
+  const Term* const narrow = apply_to_names('y', 1);
+  ArgumentsMeasuringPrinter printer(false, &mgr, "", "");
+  MemoryStream out;
+  printer.print_formula(out, wide);
+  EXPECT_GT(printer.capacity, count * text_bytes);
+  printer.print_formula(out, mgr.make_and(wide, narrow));
+  EXPECT_LT(printer.capacity, count * text_bytes / 2);
+}
+
 /// Writes of every negation only that it is one.
 class AbridgingPrinter : public MeasuringPrinter {
  public:
