@@ -1,7 +1,7 @@
 // Times printing to memory: this library in every form, z3 and cvc5 where they are installed, and
 // lower bounds. One shape for each run, or all scripts of a folder:
 //
-//     printing_bench --shape=dag --nodes=1000000 --cvc5-nodes=10000 [Google Benchmark's options]
+//     printing_bench --shape=dag --nodes=1000000 [Google Benchmark's options]
 //     printing_bench --folder=DIR [Google Benchmark's options]
 #include <benchmark/benchmark.h>
 
@@ -24,6 +24,7 @@
 #include "bench/printers.h"
 #include "bench/shapes.h"
 #include "bench/warm_memory.h"
+#include "bench/worker.h"
 #include "brum/terms/term_index.h"
 #include "brum/terms/term_walk.h"
 #include "brum/utils/memory_stream.h"
@@ -69,8 +70,6 @@ std::unique_ptr<Subject<System>> read_subject(const std::string& path) {
   return subject;
 }
 
-using BrumSubjects = std::shared_ptr<Subjects<BrumSystem>>;
-
 /// The number of distinct applications in a formula.
 std::size_t count_nodes(const Term* formula) {
   TermIndex<char> met;
@@ -87,9 +86,6 @@ std::size_t count_nodes(const Term* formula) {
   return count;
 }
 
-/// What is timed: prints once to memory and gives the number of bytes of the text.
-using Print = std::function<std::size_t()>;
-
 std::size_t count_nodes(const Subjects<BrumSystem>& subjects) {
   std::size_t count = 0;
   for (const auto& subject : subjects) {
@@ -98,25 +94,32 @@ std::size_t count_nodes(const Subjects<BrumSystem>& subjects) {
   return count;
 }
 
-/// Formulas that are made when they are first asked for.
+/// A process for one system, which makes its formulas there when they are first asked for. What is
+/// given to it as work belongs to it and must not own it.
 template <class System>
-class LateSubjects {
+class Host {
  public:
   using Make = std::function<Subjects<System>()>;
 
-  explicit LateSubjects(Make make) : make_(std::move(make)) {}
+  explicit Host(Make make) : make_(std::move(make)) {}
 
-  Subjects<System>& get() {
+  /// In the process only.
+  const Subjects<System>& subjects() {
     if (subjects_.empty()) {
       subjects_ = make_();
     }
     return subjects_;
   }
 
+  Worker worker;
+
  private:
   Make make_;
   Subjects<System> subjects_;
 };
+
+template <class System>
+using SharedHost = std::shared_ptr<Host<System>>;
 
 /// Formulas of fewer nodes find the memory they need in the heap, and the caches of the processor
 /// had better not be swept for them. They are printed several times in a run, which would else be
@@ -124,39 +127,105 @@ class LateSubjects {
 constexpr std::size_t fewest_nodes_of_large = 50000;
 constexpr int passes_of_small = 20;
 
-/// Registers a benchmark of `print`, for which `prepare` makes ready. Its memory is that of
-/// `print_in_child`, done once in a child process, less the text if that is part of it.
-void add_benchmark(const std::string& name, std::size_t nodes, const std::function<void()>& prepare,
-                   const Print& print, const std::function<void()>& print_in_child,
-                   bool text_is_in_memory) {
-  const bool is_large = nodes >= fewest_nodes_of_large;
-  auto memory = std::make_shared<std::optional<std::optional<MemoryUse>>>();
-  const auto run = [=](benchmark::State& state) {
+/// What is printed: as many nodes in every system.
+class Size {
+ public:
+  /// About as many as `nodes`; `host` counts them.
+  Size(std::size_t nodes, const SharedHost<BrumSystem>& host)
+      : is_large_(nodes >= fewest_nodes_of_large), host_(host) {
+    Host<BrumSystem>* const place = host.get();
+    count_ = host->worker.add({nullptr, [=] { return count_nodes(place->subjects()); }});
+  }
+
+  bool is_large() const { return is_large_; }
+  int passes() const { return is_large_ ? 1 : passes_of_small; }
+
+  /// 0 when they cannot be counted.
+  std::size_t nodes() const {
+    if (!nodes_) {
+      nodes_ = host_->worker.run(count_);
+    }
+    return nodes_ ? nodes_->value : 0;
+  }
+
+ private:
+  bool is_large_;
+  SharedHost<BrumSystem> host_;
+  std::size_t count_;
+  mutable std::optional<Worker::Outcome> nodes_;
+};
+
+using SharedSize = std::shared_ptr<const Size>;
+
+/// What is to be measured.
+struct Case {
+  std::string name;
+  std::function<void()> prepare;             // not timed
+  std::function<std::size_t()> print;        // prints once to memory and gives the number of bytes
+  std::function<void()> print_for_memory{};  // what is to be known of its memory, if anything
+  bool is_text_in_memory = false;            // of the latter
+};
+
+/// Gives the bytes that printing takes in a process of its own, 0 for unknown.
+std::size_t memory_of(const std::function<void()>& print) {
+  const std::optional<MemoryUse> use = measure_memory(print);
+  return use ? use->peak : 0;
+}
+
+/// Registers a benchmark, which `worker` does.
+void add_benchmark(const std::shared_ptr<Worker>& worker, const SharedSize& size, Case measured) {
+  const int passes = size->passes();
+  const auto prepare = [prepare = measured.prepare, is_large = size->is_large()] {
     prepare();
     if (is_large) {
       warm_memory();
     }
+  };
+  const auto print = [print = measured.print, passes] {
     std::size_t bytes = 0;
-    for ([[maybe_unused]] auto unused : state) {
+    for (int pass = 0; pass < passes; ++pass) {
       bytes = print();
     }
-    state.counters["nodes"] = static_cast<double>(nodes);
-    state.counters["bytes"] = static_cast<double>(bytes);
-    if (!print_in_child) {
+    return bytes;
+  };
+  const std::size_t timing = worker->add({prepare, print});
+  std::optional<std::size_t> memory_use;
+  if (measured.print_for_memory) {
+    memory_use = worker->add(
+        {measured.prepare, [print = measured.print_for_memory] { return memory_of(print); }});
+  }
+  const auto run = [=, memory = std::optional<Worker::Outcome>(),
+                    is_text_in_memory =
+                        measured.is_text_in_memory](benchmark::State& state) mutable {
+    std::optional<Worker::Outcome> printed;
+    for ([[maybe_unused]] auto unused : state) {
+      printed = worker->run(timing);
+      state.SetIterationTime(printed ? printed->seconds / passes : 0);
+    }
+    if (memory_use && !memory) {
+      memory = worker->run(*memory_use);
+    }
+    const std::size_t nodes = size->nodes();
+    if (!printed || nodes == 0) {
+      state.SkipWithError("a process has died");
       return;
     }
-    if (!*memory) {
-      *memory = measure_memory(print_in_child);
-    }
-    if (**memory) {
-      const std::size_t text = text_is_in_memory ? bytes : 0;
-      const std::size_t peak = (**memory)->peak;
-      state.counters["memory"] = static_cast<double>(peak - std::min(peak, text));
+    state.counters["nodes"] = static_cast<double>(nodes);
+    state.counters["bytes"] = static_cast<double>(printed->value);
+    if (memory && memory->value != 0) {
+      const std::size_t text = is_text_in_memory ? printed->value : 0;
+      state.counters["memory"] = static_cast<double>(memory->value - std::min(memory->value, text));
     }
   };
-  benchmark::RegisterBenchmark(name.c_str(), run)
-      ->Iterations(is_large ? 1 : passes_of_small)
+  benchmark::RegisterBenchmark(measured.name.c_str(), run)
+      ->Iterations(1)
+      ->UseManualTime()
       ->Unit(benchmark::kMillisecond);
+}
+
+template <class System>
+std::shared_ptr<Worker> worker_of(const SharedHost<System>& host) {
+  return {host, &host->worker};
 }
 
 /// Prints every formula to a `Sink` of its own and gives the number of bytes.
@@ -187,109 +256,128 @@ struct CountingSink {
   std::size_t size() const { return buffer.count(); }
 };
 
-void add_form(const BrumSubjects& subjects, const Form& form, std::size_t nodes) {
-  const auto print = [=] { return print_all<MemorySink>(*subjects, form); };
-  const auto print_in_child = [=] {
-    benchmark::DoNotOptimize(print_all<CountingSink>(*subjects, form));
+void add_form(const SharedHost<BrumSystem>& host, const Form& form, const SharedSize& size) {
+  Host<BrumSystem>* const place = host.get();
+  const auto prepare = [=] { place->subjects(); };
+  const auto print = [=] { return print_all<MemorySink>(place->subjects(), form); };
+  const auto print_for_memory = [=] {
+    benchmark::DoNotOptimize(print_all<CountingSink>(place->subjects(), form));
   };
   add_benchmark(
-      std::string("brumlin/") + std::string(form.name), nodes, [] {}, print, print_in_child, false);
+      worker_of(host), size,
+      {std::string("brumlin/") + std::string(form.name), prepare, print, print_for_memory});
 }
 
 /// What a std::ostringstream costs in place of this library's own stream.
-void add_string_stream(const BrumSubjects& subjects, std::size_t nodes) {
-  const auto print = [=] { return print_all<StringSink>(*subjects, *form_named("v2")); };
-  add_benchmark(
-      "brumlin/v2 to a std::ostringstream", nodes, [] {}, print, nullptr, false);
+void add_string_stream(const SharedHost<BrumSystem>& host, const SharedSize& size) {
+  Host<BrumSystem>* const place = host.get();
+  const auto prepare = [=] { place->subjects(); };
+  const auto print = [=] { return print_all<StringSink>(place->subjects(), *form_named("v2")); };
+  add_benchmark(worker_of(host), size, {"brumlin/v2 to a std::ostringstream", prepare, print});
 }
 
 /// The bounds are for the text of version 2.
-void add_bounds(const BrumSubjects& subjects, std::size_t nodes) {
-  const std::size_t bytes = print_all<CountingSink>(*subjects, *form_named("v2"));
-  const auto append = [=] { return append_tokens(bytes).size(); };
+void add_bounds(const SharedHost<BrumSystem>& host, const SharedSize& size) {
+  Host<BrumSystem>* const place = host.get();
+  const auto bytes = std::make_shared<std::size_t>(0);
+  const auto prepare = [=] {
+    if (*bytes == 0) {
+      *bytes = print_all<CountingSink>(place->subjects(), *form_named("v2"));
+    }
+  };
+  const auto append = [=] { return append_tokens(*bytes).size(); };
   const auto write = [=] {
     std::ostringstream stream;
-    write_tokens(stream, bytes);
+    write_tokens(stream, *bytes);
     return stream.view().size();
   };
-  add_benchmark(
-      "bound/string", nodes, [] {}, append, nullptr, false);
-  add_benchmark(
-      "bound/ostream", nodes, [] {}, write, nullptr, false);
+  add_benchmark(worker_of(host), size, {"bound/string", prepare, append});
+  add_benchmark(worker_of(host), size, {"bound/ostream", prepare, write});
 }
 
 template <class System>
-void add_rival(std::size_t nodes, std::size_t counted_nodes,
-               typename LateSubjects<System>::Make make) {
-  const auto subjects = std::make_shared<LateSubjects<System>>(std::move(make));
+void add_rival(const SharedSize& size, typename Host<System>::Make make) {
+  const auto host = std::make_shared<Host<System>>(std::move(make));
+  Host<System>* const place = host.get();
+  const auto prepare = [=] { place->subjects(); };
   const auto print = [=] {
     std::size_t bytes = 0;
-    for (const auto& subject : subjects->get()) {
+    for (const auto& subject : place->subjects()) {
       bytes += subject->system.print(subject->formula, subject->logic.c_str()).size();
     }
     return bytes;
   };
-  add_benchmark(
-      std::string(System::name) + "/" + std::to_string(nodes), counted_nodes,
-      [=] { subjects->get(); }, print, [=] { benchmark::DoNotOptimize(print()); }, true);
+  const auto print_for_memory = [=] { benchmark::DoNotOptimize(print()); };
+  add_benchmark(worker_of(host), size, {System::name, prepare, print, print_for_memory, true});
 }
 
-void add_forms_and_bounds(Subjects<BrumSystem> subjects, std::size_t counted_nodes) {
-  const auto shared = std::make_shared<Subjects<BrumSystem>>(std::move(subjects));
+SharedSize add_forms_and_bounds(std::size_t nodes, Host<BrumSystem>::Make make) {
+  const auto host = std::make_shared<Host<BrumSystem>>(std::move(make));
+  const auto size = std::make_shared<const Size>(nodes, host);
   for (const Form& form : forms()) {
-    add_form(shared, form, counted_nodes);
+    add_form(host, form, size);
   }
-  add_string_stream(shared, counted_nodes);
-  add_bounds(shared, counted_nodes);
+  add_string_stream(host, size);
+  add_bounds(host, size);
+  return size;
 }
 
-void add_shape(Shape shape, std::size_t nodes, [[maybe_unused]] std::size_t cvc5_nodes) {
-  auto subjects = make_shape<BrumSystem>(shape, nodes);
-  const std::size_t counted = count_nodes(subjects);
-  add_forms_and_bounds(std::move(subjects), counted);
+void add_shape(Shape shape, std::size_t nodes) {
+  [[maybe_unused]] const SharedSize size =
+      add_forms_and_bounds(nodes, [=] { return make_shape<BrumSystem>(shape, nodes); });
 #ifdef BRUM_BENCH_Z3
-  add_rival<Z3System>(nodes, counted, [=] { return make_shape<Z3System>(shape, nodes); });
+  add_rival<Z3System>(size, [=] { return make_shape<Z3System>(shape, nodes); });
 #endif
 #ifdef BRUM_BENCH_CVC5
-  add_rival<Cvc5System>(cvc5_nodes, count_nodes(make_shape<BrumSystem>(shape, cvc5_nodes)),
-                        [=] { return make_shape<Cvc5System>(shape, cvc5_nodes); });
+  add_rival<Cvc5System>(size, [=] { return make_shape<Cvc5System>(shape, nodes); });
 #endif
 }
 
-/// The scripts of a folder that both readers take, each as the conjunction of its assertions.
+template <class System>
+Subjects<System> read_subjects(const std::vector<std::string>& paths) {
+  Subjects<System> subjects;
+  subjects.reserve(paths.size());
+  for (const std::string& path : paths) {
+    subjects.push_back(read_subject<System>(path));
+  }
+  return subjects;
+}
+
+/// Reads a script with every reader and writes it in every form. Throws what does not work.
+void try_script(const std::string& path) {
+  const auto subject = read_subject<BrumSystem>(path);
+  CountingSink unheard;
+  for (const Form& form : forms()) {
+    form.print(unheard.out, subject->system.manager, subject->formula, "ALL");
+  }
+#ifdef BRUM_BENCH_Z3
+  read_subject<Z3System>(path);
+#endif
+}
+
+/// The scripts of a folder that all readers take, each as the conjunction of its assertions.
 /// cvc5's library has no parser that others may call.
 void add_folder(const std::string& folder) {
   std::vector<std::string> paths;
+  std::size_t all = 0;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-    if (entry.path().extension() == ".smt2") {
-      paths.push_back(entry.path().string());
+    if (entry.path().extension() != ".smt2") {
+      continue;
+    }
+    ++all;
+    std::string path = entry.path().string();
+    if (succeeds_in_child([&] { try_script(path); })) {
+      paths.push_back(std::move(path));
+    } else {
+      std::cerr << "printing_bench: left out: " << path << '\n';
     }
   }
   std::sort(paths.begin(), paths.end());
-  Subjects<BrumSystem> subjects;
+  std::cerr << "printing_bench: " << paths.size() << " of " << all << " files\n";
+  [[maybe_unused]] const SharedSize size =
+      add_forms_and_bounds(0, [=] { return read_subjects<BrumSystem>(paths); });
 #ifdef BRUM_BENCH_Z3
-  const auto rivals = std::make_shared<Subjects<Z3System>>();
-#endif
-  for (const std::string& path : paths) {
-    try {
-      auto subject = read_subject<BrumSystem>(path);
-      CountingSink unheard;
-      for (const Form& form : forms()) {
-        form.print(unheard.out, subject->system.manager, subject->formula, "ALL");
-      }
-#ifdef BRUM_BENCH_Z3
-      rivals->push_back(read_subject<Z3System>(path));
-#endif
-      subjects.push_back(std::move(subject));
-    } catch (const std::exception& error) {
-      std::cerr << "printing_bench: left out: " << path << ": " << error.what() << '\n';
-    }
-  }
-  std::cerr << "printing_bench: " << subjects.size() << " of " << paths.size() << " files\n";
-  const std::size_t counted = count_nodes(subjects);
-  add_forms_and_bounds(std::move(subjects), counted);
-#ifdef BRUM_BENCH_Z3
-  add_rival<Z3System>(counted, counted, [=] { return std::move(*rivals); });
+  add_rival<Z3System>(size, [=] { return read_subjects<Z3System>(paths); });
 #endif
 }
 
@@ -297,7 +385,6 @@ int run(int argc, char** argv) {
   const std::string folder = take_option(&argc, argv, "folder", "");
   const std::string name = take_option(&argc, argv, "shape", "dag");
   const std::size_t nodes = take_number(&argc, argv, "nodes", 1000000);
-  const std::size_t cvc5_nodes = take_number(&argc, argv, "cvc5-nodes", nodes);
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
     return 2;
@@ -307,13 +394,13 @@ int run(int argc, char** argv) {
   if (!folder.empty()) {
     add_folder(folder);
   } else if (named != shapes.end()) {
-    add_shape(named->shape, nodes, cvc5_nodes);
+    add_shape(named->shape, nodes);
   } else {
     std::cerr << "printing_bench: no shape " << name << '\n';
     return 2;
   }
   benchmark::RunSpecifiedBenchmarks();
-  benchmark::ClearRegisteredBenchmarks();  // and with them the formulas, before cvc5's own end
+  benchmark::ClearRegisteredBenchmarks();  // and with them the processes
   return 0;
 }
 

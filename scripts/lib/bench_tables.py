@@ -15,13 +15,15 @@ from pathlib import Path
 SHAPES = ('chain', 'ladder', 'tree', 'dag', 'bit-vectors')
 PRINTED = (*SHAPES, 'files')
 KINDS = ('clauses', 'lets', 'definitions', 'bit-vectors')
+RIVALS = ('z3', 'cvc5')
 FORMS = ('v1', 'v2', 'v2 to a std::ostringstream', 'define-fun', 'terms', 'trace', 'let-trace')
 
 
 class Results:
-    """The runs of one benchmark program: medians of times and the counters."""
+    """The runs of one benchmark program: medians of times by one of its clocks, and the counters."""
 
-    def __init__(self, *paths):
+    def __init__(self, *paths, clock='cpu_time'):
+        self.clock = clock
         self.runs = {}
         self.context = {}
         for path in paths:
@@ -42,9 +44,9 @@ class Results:
     def has(self, name):
         return name in self.runs
 
-    def ms(self, name, clock='cpu_time'):
+    def ms(self, name):
         """The median in milliseconds."""
-        return statistics.median(run[clock] for run in self.runs[name])
+        return statistics.median(run[self.clock] for run in self.runs[name])
 
     def repetitions(self, name):
         return len(self.runs[name])
@@ -66,17 +68,16 @@ def times(ratio):
     return f'{ratio:.1f}' if ratio < 10 else f'{ratio:.0f}'
 
 
-def rival(results, name):
-    """The run of a rival in the printing benchmark, whose name ends in its number of nodes."""
-    return next((key for key in results.names() if key.startswith(name + '/')), None)
+def printing_results(directory, shape):
+    """What is printed is printed by other processes, so its time is the one that they report."""
+    return Results(directory / f'printing-{shape}.json', clock='real_time')
 
 
 def printing(directory):
     """For each shape and form: the time, and how many times faster than the others it is."""
     rows = []
     for shape in PRINTED:
-        results = Results(directory / f'printing-{shape}.json')
-        z3, cvc5 = rival(results, 'z3'), rival(results, 'cvc5')
+        results = printing_results(directory, shape)
         for form in FORMS:
             name = f'brumlin/{form}'
             if not results.has(name):
@@ -90,8 +91,10 @@ def printing(directory):
                     f'{own:.0f}',
                     f'{results.counter(name, "bytes") / nodes:.0f}',
                     f'{memory / nodes:.0f}' if memory else '',
-                    times(results.ns_per_node(z3) / own) if z3 else '',
-                    times(results.ns_per_node(cvc5) / own) if cvc5 else '',
+                    *(
+                        times(results.ns_per_node(rival) / own) if results.has(rival) else ''
+                        for rival in RIVALS
+                    ),
                     f'{bound_share(results, name):.2f}',
                     results.repetitions(name),
                 )
@@ -118,17 +121,16 @@ def bound_share(results, name):
 def bounds(directory):
     rows = []
     for shape in PRINTED:
-        results = Results(directory / f'printing-{shape}.json')
+        results = printing_results(directory, shape)
         if not results.names():
             continue
         row = [shape, f'{results.ns_per_node("brumlin/walk"):.0f}']
         for name in ('bound/string', 'bound/ostream'):
             row.append(f'{results.counter(name, "bytes") / results.ms(name) / 1000:.0f}')
-        z3, cvc5 = rival(results, 'z3'), rival(results, 'cvc5')
-        for key in (z3, cvc5):
-            memory = results.counter(key, 'memory') if key else None
-            row.append(f'{results.ns_per_node(key):.0f}' if key else '')
-            row.append(f'{memory / results.counter(key, "nodes"):.0f}' if memory else '')
+        for rival in RIVALS:
+            memory = results.counter(rival, 'memory') if results.has(rival) else None
+            row.append(f'{results.ns_per_node(rival):.0f}' if results.has(rival) else '')
+            row.append(f'{memory / results.counter(rival, "nodes"):.0f}' if memory else '')
         rows.append(row)
     head = (
         'shape',
@@ -143,7 +145,7 @@ def bounds(directory):
     return table(head, rows)
 
 
-def compared(results, cases, unit, clock='cpu_time', rivals=('z3', 'cvc5')):
+def compared(results, cases, unit, rivals=RIVALS):
     """Rows of this project's run beside those of the rivals, which are named alike."""
     rows = []
     for case in cases:
@@ -154,13 +156,13 @@ def compared(results, cases, unit, clock='cpu_time', rivals=('z3', 'cvc5')):
         own_memory = results.counter(own, 'memory')
         row = [
             case,
-            f'{results.ms(own, clock) * 1e6 / size:.0f}',
+            f'{results.ms(own) * 1e6 / size:.0f}',
             f'{own_memory / size:.1f}' if own_memory else '',
         ]
         for name in (f'{case}/{other}' for other in rivals):
             memory = results.counter(name, 'memory') if results.has(name) else None
             row.append(
-                times(results.ms(name, clock) / results.ms(own, clock)) if results.has(name) else ''
+                times(results.ms(name) / results.ms(own)) if results.has(name) else ''
             )
             row.append(times(memory / own_memory) if memory and own_memory else '')
         rows.append((*row, results.repetitions(own)))
@@ -188,9 +190,9 @@ def building(directory):
 
 
 def converting(directory):
-    results = Results(directory / 'converting.json', directory / 'converting-cvc5.json')
-    rivals = ('z3', 'cvc5', 'cvc5 --parse-only')
-    rows = compared(results, KINDS, 'bytes', 'real_time', rivals)
+    paths = (directory / 'converting.json', directory / 'converting-cvc5.json')
+    rivals = (*RIVALS, 'cvc5 --parse-only')
+    rows = compared(Results(*paths, clock='real_time'), KINDS, 'bytes', rivals)
     head = [f'times {what} than {name}' for name in rivals for what in ('faster', 'less memory')]
     return table(('script', 'ns a byte', 'bytes of memory a byte', *head, 'runs'), rows)
 
