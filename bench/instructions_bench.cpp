@@ -1,6 +1,6 @@
 // Builds one small formula and prints it once, for counting instructions under callgrind:
 //
-//     valgrind --tool=callgrind --toggle-collect="*counted_work*"
+//     valgrind --tool=callgrind --toggle-collect="brum::bench::counted_work*"
 //         instructions_bench --shape=dag --nodes=2000 --form=v2
 //
 // With --form=build the building is counted instead, with --form=read the reading of the text of
