@@ -9,8 +9,7 @@
 namespace brum {
 
 /// For every subterm already handled the string by which later text refers to it: its label if it
-/// was given a definition, else its own text. A document's own map lacks subterms that one place
-/// refers to.
+/// was given a definition, else its own text.
 using DefinitionMap = hsh::HashMap<const Term*, std::string>;
 
 }  // namespace brum

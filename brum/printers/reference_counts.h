@@ -50,6 +50,9 @@ class BRUM_EXPORT ReferenceCounts {
   /// The number of terms that more than one place refers to.
   std::size_t num_shared() const { return num_shared_; }
 
+  /// The highest id of a term that was counted, 0 if there is none.
+  std::uint64_t highest_id() const { return highest_id_; }
+
  private:
   // A term that was met has a count of at least `met`: itself, then one for each place, up to two.
   static constexpr std::uint8_t unseen = 0;
@@ -64,6 +67,7 @@ class BRUM_EXPORT ReferenceCounts {
   TermWalk walk_;
   std::size_t num_terms_ = 0;
   std::size_t num_shared_ = 0;
+  std::uint64_t highest_id_ = 0;
 };
 
 inline bool ReferenceCounts::visit(const Term* term, bool is_referred_to) {
@@ -92,6 +96,7 @@ void ReferenceCounts::add_term(const Term* term, const DefinitionMap* handled,
     }
     return is_new;
   };
+  highest_id_ = std::max(highest_id_, term->id);  // its subterms are older
   walk_.run(term, enter, done);
 }
 

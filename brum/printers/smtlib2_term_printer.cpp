@@ -115,10 +115,8 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   print_start(out);
   print_declarations(*this, out, sorts, symbols);
   print_define_section_start(out);
-  DefinitionMap definitions;
   const DefinitionRule rule = DefinitionRule::for_script(counts);
-  TermTexts texts(*this, out, definitions, rule, Entries::shared);
-  texts.reserve(counts.num_shared());
+  TermTexts texts(*this, out, rule, counts);
   std::string label;
   std::size_t begin = 0;
   for (std::size_t i = 0; i < terms.size(); ++i) {
@@ -134,7 +132,6 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
       print_define_end(out, term);
     }
   }
-  texts.abandon_map();
   print_formula_term(out, "true", mgr->make_true());
   print_define_section_end(out);
   print_end(out);

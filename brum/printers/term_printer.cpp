@@ -15,9 +15,9 @@ std::string write_term(TermPrinter& printer, std::ostream& out, const Term* term
   TermOrder order;
   counts.add_term(
       term, &defs, [](const Term*) {}, [&](const Term* done) { order.push_back(done); });
-  TermTexts texts(printer, out, defs, rule, Entries::all);
+  TermTexts texts(printer, out, rule, defs);
   if (!order.empty()) {
-    texts.reserve(defs.size() + order.size());
+    texts.reserve_entries(order.size());
   }
   return texts.write(term, order);
 }
@@ -39,11 +39,8 @@ void TermPrinter::print_formula(std::ostream& out, const Term* formula) {
   print_declarations(*this, out, types, symbols);
   print_define_section_start(out);
   const DefinitionRule rule = DefinitionRule::for_formula(counts);
-  DefinitionMap defs;
-  TermTexts texts(*this, out, defs, rule, Entries::shared);
-  texts.reserve(counts.num_shared());
+  TermTexts texts(*this, out, rule, counts);
   print_formula_term(out, texts.write(formula, order), formula);
-  texts.abandon_map();
   print_define_section_end(out);
   print_end(out);
 }

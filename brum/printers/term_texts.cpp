@@ -45,10 +45,6 @@ void free_memory_of(std::string& text) noexcept {
   std::string().swap(text);
 }
 
-bool has_own_memory(const std::string& text) noexcept {
-  return text.capacity() > std::string().capacity();
-}
-
 /// Puts a text in the place of another, whose memory it takes if that is enough.
 inline void put_text(std::string& kept, std::string_view text) {
   kept.assign(text);
@@ -69,21 +65,40 @@ inline void lend_text(std::string& to, std::string& from) {
 }
 
 /// Copies a text that mostly is a label, and mostly as long as the one in whose place it comes.
-inline void copy_label(std::string& to, const std::string& from) {
-  if (to.size() == from.size()) {
-    copy_text(to.data(), from.data(), from.size());
-  } else {
+inline void copy_label(std::string& to, std::string_view from) {
+  if (to.size() < from.size()) {
     to = from;
+    return;
   }
+  if (to.size() > from.size()) {
+    to.resize(from.size());
+  }
+  copy_text(to.data(), from.data(), from.size());
 }
 }  // namespace
 
-void TermTexts::reserve(std::size_t num_entries) {
-  defs_.expect_nodes(num_entries - defs_.size());
-  defs_.grow_safely(num_entries / 7 * 10 + 10);  // tables grow at a load of 0.7
+TermTexts::TermTexts(TermPrinter& printer, std::ostream& out, const DefinitionRule& rule,
+                     const ReferenceCounts& counts)
+    : printer_(printer),
+      out_(out),
+      rule_(rule),
+      defs_(nullptr),
+      is_fetching_(counts.num_shared() >= fewest_prefetched) {
+  references_.expect_ids(counts.highest_id());
 }
 
-// Both are always inline, as GCC 12 drops all fetching from a function of its own.
+TermTexts::TermTexts(TermPrinter& printer, std::ostream& out, const DefinitionRule& rule,
+                     DefinitionMap& defs)
+    : printer_(printer), out_(out), rule_(rule), defs_(&defs), num_entries_(defs.size()) {}
+
+void TermTexts::reserve_entries(std::size_t num_new) {
+  const std::size_t num_entries = defs_->size() + num_new;
+  defs_->expect_nodes(num_new);
+  defs_->grow_safely(num_entries / 7 * 10 + 10);  // tables grow at a load of 0.7
+  is_fetching_ = defs_->bucket_count() >= fewest_prefetched;
+}
+
+// All three are always inline, as GCC 12 drops all fetching from a function of its own.
 
 [[gnu::always_inline]] inline void TermTexts::prefetch(std::span<const Term* const> coming) const {
   prefetch_term(coming[term_ahead]);
@@ -97,17 +112,28 @@ void TermTexts::reserve(std::size_t num_entries) {
 
 [[gnu::always_inline]] inline void TermTexts::prefetch_in_map(
     std::span<const Term* const> coming) const {
-  defs_.prefetch(coming[arguments_ahead]);
+  defs_->prefetch(coming[arguments_ahead]);
   const Term* next = coming[far_buckets_ahead];
   for (const Term* argument : next->arguments()) {
     if (is_far(argument, next)) {
-      defs_.prefetch(argument);
+      defs_->prefetch(argument);
     }
   }
   next = coming[far_nodes_ahead];
   for (const Term* argument : next->arguments()) {
     if (is_far(argument, next)) {
-      defs_.prefetch_node(argument);
+      defs_->prefetch_node(argument);
+    }
+  }
+}
+
+[[gnu::always_inline]] inline void TermTexts::prefetch_references(
+    std::span<const Term* const> coming) const {
+  references_.prefetch(coming[arguments_ahead]);
+  const Term* next = coming[far_buckets_ahead];
+  for (const Term* argument : next->arguments()) {
+    if (is_far(argument, next)) {
+      references_.prefetch(argument);
     }
   }
 }
@@ -116,28 +142,32 @@ const std::string& TermTexts::write(const Term* term, std::span<const Term* cons
   num_pending_ = 0;
   root_ = term;
   const std::size_t num_fetching = order.size() < fewest_prefetched ? 0 : order.size() - term_ahead;
-  const bool is_map_large = defs_.bucket_count() >= fewest_prefetched;
   for (std::size_t i = 0; i < order.size(); ++i) {
     if (i < num_fetching) {
-      if (is_map_large) {
-        prefetch_in_map(order.subspan(i));
+      if (is_fetching_) {
+        if (defs_ != nullptr) {
+          prefetch_in_map(order.subspan(i));
+        } else {
+          prefetch_references(order.subspan(i));
+        }
       }
       prefetch(order.subspan(i));
     }
     handle(order[i]);
   }
-  // What no place refers to is pending still.
-  if (num_pending_ == 0 || entries_ == Entries::all) {
-    return defs_.find(term)->second;
+  if (defs_ != nullptr) {
+    return defs_->find(term)->second;
   }
-  return pending_[num_pending_ - 1].own_text;
+  if (num_pending_ != 0) {  // what no place refers to is pending still
+    return pending_[num_pending_ - 1].own_text;
+  }
+  result_ = references_.get(term);
+  return result_;
 }
 
-void TermTexts::abandon_map() noexcept {
-  for (std::string* text : long_texts_) {
-    free_memory_of(*text);
-  }
-  defs_.abandon();
+/// Gives the text by which later text refers to a term that was handled and is not pending.
+inline std::string_view TermTexts::reference_to(const Term* term) const {
+  return defs_ != nullptr ? std::string_view(defs_->find(term)->second) : references_.get(term);
 }
 
 inline TermTexts::Texts& TermTexts::texts_for(std::size_t arity) {
@@ -150,13 +180,14 @@ inline TermTexts::Texts& TermTexts::texts_for(std::size_t arity) {
 
 // The hook wants the texts of the arguments side by side. One that only this term refers to is lent
 // instead of being copied, unless it is the map's. Those were handled from left to right, so from
-// the right each is the last of the pending ones. All other arguments are in the map: several
-// places may refer to them.
-inline void TermTexts::borrow_texts(const Term* term, Texts& children, Loan& loan) {
+// the right each is the last of the pending ones. To all other arguments several places may refer.
+// Always inline: GCC 12 would rather not, and it runs once for every application.
+[[gnu::always_inline]] inline void TermTexts::borrow_texts(const Term* term, Texts& children,
+                                                           Loan& loan) {
   for (std::size_t i = term->symbol->arity; i-- > 0;) {
     const Term* argument = term->children[i];
     if (loan.first == 0 || pending_[loan.first - 1].term != argument) {
-      copy_label(children[i], defs_.find(argument)->second);
+      copy_label(children[i], reference_to(argument));
       continue;
     }
     Pending& lent = pending_[--loan.first];
@@ -191,53 +222,55 @@ inline void TermTexts::define(const Term* term, const WriteText& write_text) {
   printer_.print_define_end(out_, term);
 }
 
-/// Gives the next of the pending terms, to be filled in.
-inline TermTexts::Pending& TermTexts::add_pending() {
+/// Adds a term to the pending ones; its text is yet to be put in.
+inline TermTexts::Pending& TermTexts::add_pending(const Term* term, std::uint32_t levels) {
   if (num_pending_ == pending_.size()) {
     pending_.emplace_back();
   }
-  return pending_[num_pending_++];
+  Pending& pending = pending_[num_pending_++];
+  pending.term = term;
+  pending.levels = levels;
+  return pending;
 }
 
 /// Keeps the text of a term that a hook has printed into the map meanwhile.
 [[gnu::noinline]] void TermTexts::replace_text(const Term* term, std::string_view text) {
-  defs_.find(term)->second = std::string(text);
+  defs_->find(term)->second = std::string(text);
 }
 
-/// Keeps the text of a term that was handled: in the map, and at hand if one place refers to it.
+/// Keeps the text of a term that was handled where it is found when it is referred to.
 template <class Text>
 inline void TermTexts::enter(const Term* term, Text&& text, bool is_shared, std::uint32_t levels) {
-  if (entries_ == Entries::shared && !is_shared) {
-    Pending& pending = add_pending();
-    pending.term = term;
-    pending.levels = levels;
+  if (defs_ != nullptr) {
+    enter_in_map(term, std::forward<Text>(text), is_shared, levels);
+  } else if (is_shared) {
+    references_.insert(term, text);
+  } else {
+    Pending& pending = add_pending(term, levels);
     if (is_roomy(pending.own_text, text.size())) {
       free_memory_of(pending.own_text);
     }
     put_text(pending.own_text, std::forward<Text>(text));
-    return;
   }
+}
+
+template <class Text>
+inline void TermTexts::enter_in_map(const Term* term, Text&& text, bool is_shared,
+                                    std::uint32_t levels) {
   if (is_entered(term)) [[unlikely]] {
     replace_text(term, text);
     return;
   }
-  std::string* const kept = &defs_.insert_absent(term, std::forward<Text>(text))->second;
+  std::string* const kept = &defs_->insert_absent(term, std::forward<Text>(text))->second;
   ++num_entries_;
-  if (entries_ == Entries::shared) {
-    if (has_own_memory(*kept)) {
-      long_texts_.push_back(kept);
-    }
-  } else if (!is_shared && term->symbol->arity != 0) {
-    Pending& pending = add_pending();
-    pending.term = term;
-    pending.levels = levels;
-    pending.text_in_map = kept;
+  if (!is_shared && term->symbol->arity != 0) {
+    add_pending(term, levels).text_in_map = kept;
   }
 }
 
 /// Whether the map holds a term that is yet to be handled: a hook has printed terms into it, then.
 inline bool TermTexts::is_entered(const Term* term) const {
-  return defs_.size() != num_entries_ && defs_.find(term) != defs_.end();
+  return defs_ != nullptr && defs_->size() != num_entries_ && defs_->find(term) != defs_->end();
 }
 
 /// Gives the text of a term that is written inline or defined for its length. It lies in

@@ -12,6 +12,8 @@
 
 #include "brum/printers/definition_map.h"
 #include "brum/printers/definition_rule.h"
+#include "brum/printers/reference_counts.h"
+#include "brum/printers/reference_texts.h"
 #include "brum/printers/term_printer.h"
 #include "brum/printers/text_piece.h"
 #include "brum/utils/large_array.h"
@@ -23,37 +25,29 @@ namespace brum {
 /// Terms to be handled one after another: each after its arguments, these from left to right.
 using TermOrder = LargeList<const Term*>;
 
-/// Which of the handled terms get an entry in the definition map.
-enum class Entries : std::uint8_t {
-  /// All, each with its whole text. For maps that others see.
-  all,
-  /// Those that are looked up again, as several places refer to them; the text of another goes from
-  /// the term to the one that refers to it. For a map that nobody else sees and that is empty at
-  /// first.
-  shared
-};
-
-/// Gives the terms of a document their texts: writes definitions to the document and enters terms
-/// into the map. The printer's hooks spell, the rule decides what is defined.
+/// Gives the terms of a document their texts: writes definitions to the document and keeps by which
+/// text later text refers to a term. The printer's hooks spell, the rule decides what is defined.
 class TermTexts {
  public:
-  /// All references must outlive this object.
-  TermTexts(TermPrinter& printer, std::ostream& out, DefinitionMap& defs,
-            const DefinitionRule& rule, Entries entries)
-      : printer_(printer), out_(out), defs_(defs), rule_(rule), entries_(entries) {}
+  /// For terms that `counts` has counted, all of them. Only the texts of those that several places
+  /// refer to are kept, by this object; the text of another goes from the term to the one that
+  /// refers to it. All references must outlive this object. Throws std::bad_alloc.
+  TermTexts(TermPrinter& printer, std::ostream& out, const DefinitionRule& rule,
+            const ReferenceCounts& counts);
 
-  /// Makes room in the map for `num_entries` entries in all, those that it holds included. Throws
-  /// std::bad_alloc; the map then holds what it held.
-  void reserve(std::size_t num_entries);
+  /// For a map that others see: every term that is handled gets an entry in it. All references must
+  /// outlive this object.
+  TermTexts(TermPrinter& printer, std::ostream& out, const DefinitionRule& rule,
+            DefinitionMap& defs);
+
+  /// Makes room in the map for `num_new` more entries. Throws std::bad_alloc; the map then holds
+  /// what it held.
+  void reserve_entries(std::size_t num_new);
 
   /// Handles the terms of `order`, which are those below `term` (itself included) that were not
   /// handled yet, and gives the text of `term`, which stays until the next call. Throws what the
-  /// hooks throw and std::bad_alloc; with Entries::all the map then holds what was handled.
+  /// hooks throw and std::bad_alloc; a map then holds what was handled.
   const std::string& write(const Term* term, std::span<const Term* const> order);
-
-  /// Gives back the memory of the map, quicker than its destruction would: only with
-  /// Entries::shared, when no text is needed any more. The map is good for destruction only then.
-  void abandon_map() noexcept;
 
  private:
   using Texts = std::vector<std::string>;
@@ -61,7 +55,7 @@ class TermTexts {
   /// A handled term that one place refers to, which is yet to be written.
   struct Pending {
     const Term* term = nullptr;
-    std::string* text_in_map = nullptr;  // null with Entries::shared
+    std::string* text_in_map = nullptr;  // null where there is no map
     std::string own_text;                // instead of it
     std::uint32_t levels = 0;            // of nested compound terms written inline in it
   };
@@ -79,6 +73,8 @@ class TermTexts {
   bool is_entered(const Term* term) const;
   void prefetch(std::span<const Term* const> coming) const;
   void prefetch_in_map(std::span<const Term* const> coming) const;
+  void prefetch_references(std::span<const Term* const> coming) const;
+  std::string_view reference_to(const Term* term) const;
   void handle(const Term* term);
   void handle_application(const Term* term, bool is_shared);
 
@@ -89,7 +85,9 @@ class TermTexts {
   void replace_text(const Term* term, std::string_view text);
   template <class Text>
   void enter(const Term* term, Text&& text, bool is_shared, std::uint32_t levels);
-  Pending& add_pending();
+  template <class Text>
+  void enter_in_map(const Term* term, Text&& text, bool is_shared, std::uint32_t levels);
+  Pending& add_pending(const Term* term, std::uint32_t levels);
 
   Texts& texts_for(std::size_t arity);
   void borrow_texts(const Term* term, Texts& children, Loan& loan);
@@ -100,19 +98,19 @@ class TermTexts {
 
   TermPrinter& printer_;
   std::ostream& out_;
-  DefinitionMap& defs_;
   const DefinitionRule& rule_;
-  const Entries entries_;
-
-  std::size_t num_entries_ = defs_.size();  // in the map, as far as this object knows
+  DefinitionMap* const defs_;    // null where nobody else sees the texts, ...
+  ReferenceTexts references_;    // ... which are here then
+  std::size_t num_entries_ = 0;  // in the map, as far as this object knows
+  bool is_fetching_ = false;     // whether they are too many for the cache
   const Term* root_ = nullptr;
   std::vector<Pending> pending_;  // the last one needed first; ...
   std::size_t num_pending_ = 0;   // ... those behind serve again, with the memory of their texts
-  std::vector<std::string*> long_texts_;  // in the map, with memory outside it
-  std::array<Texts, 4> texts_;  // what the hooks get, by number of arguments; the last grows
+  std::array<Texts, 4> texts_;    // what the hooks get, by number of arguments; the last grows
   MemoryStream short_text_;
   std::optional<StringStream> long_text_;  // made when it is first needed
   std::string label_;
+  std::string result_;
 };
 
 }  // namespace brum

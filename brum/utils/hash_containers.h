@@ -278,18 +278,6 @@ class Hashtable {
   template <typename Keys>
   void clear_keys(const Keys& keys);
 
-  /**
-   * Gives back the memory of all nodes and buckets without destroying a value, for values that hold
-   * nothing outside their nodes: that takes no look at each of them. The table is good for
-   * destruction only then.
-   */
-  void abandon() noexcept {
-    pool.release();
-    buckets = Heads();
-    counts = BucketCount();
-    num_values = 0;
-  }
-
   /** How many values were added or destroyed so far: while it is the same, so are the nodes. */
   std::uint64_t version() const noexcept { return num_values + 2 * num_destroyed; }
 

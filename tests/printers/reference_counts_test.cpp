@@ -24,6 +24,21 @@ TEST(ReferenceCounts, PlacesAreArgumentPositionsBelowTheTerm) {
   EXPECT_FALSE(counts.is_shared(formula));
 }
 
+TEST(ReferenceCounts, HighestIdIsThatOfTheYoungestTerm) {
+  TermManager mgr;
+  const Term* p = testing::make_bool(mgr, "p");
+  const Term* not_p = mgr.make_not(p);
+  const Term* uncounted = mgr.make_not(not_p);
+  ReferenceCounts counts;
+  EXPECT_EQ(counts.highest_id(), 0U);
+  counts.add_reference(not_p);
+  EXPECT_EQ(counts.highest_id(), not_p->id);
+  counts.add_term(p);
+  EXPECT_EQ(counts.highest_id(), not_p->id);
+  counts.add_term(uncounted);
+  EXPECT_EQ(counts.highest_id(), uncounted->id);
+}
+
 TEST(ReferenceCounts, TermsAddUp) {
   TermManager mgr;
   const Term* p = testing::make_bool(mgr, "p");

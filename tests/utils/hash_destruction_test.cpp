@@ -205,15 +205,6 @@ TEST_P(Destruction, IsDoneByClearingKeysToo) {
   }
 }
 
-TEST_P(Destruction, IsNotDoneWhenTheTableIsAbandoned) {
-  Map map;
-  add_keys(map, 1000);
-  map.abandon();
-  EXPECT_TRUE(map.empty());
-  EXPECT_EQ(map.bucket_count(), 0U);
-  leave(1000);
-}
-
 INSTANTIATE_TEST_SUITE_P(Few, Destruction, ::testing::Values(0, 100));
 INSTANTIATE_TEST_SUITE_P(Many, Destruction, ::testing::Values(many));
 
