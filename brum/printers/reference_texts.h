@@ -12,6 +12,7 @@
 #include "brum/printers/copy_text.h"
 #include "brum/terms/arena.h"
 #include "brum/terms/term.h"
+#include "brum/utils/export.h"
 #include "brum/utils/large_array.h"
 #include "brum/utils/large_memory.h"
 
@@ -24,7 +25,7 @@ namespace brum {
 /// text of up to 15: to look at it takes one cache line. Slots lie on pages of 256 ids, which are
 /// made when one of their terms gets a text, so that a document pays for its own terms and not for
 /// the store: beyond the pages there is one word per 256 ids up to the highest one.
-class ReferenceTexts {
+class BRUM_EXPORT ReferenceTexts {
  public:
   ReferenceTexts() = default;
   ReferenceTexts(const ReferenceTexts&) = delete;

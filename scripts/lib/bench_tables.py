@@ -185,7 +185,8 @@ def reading(directory):
 
 
 def building(directory):
-    rows = compared(Results(directory / 'building.json'), SHAPES, 'nodes')
+    results = Results(directory / 'building.json', clock='real_time')
+    rows = compared(results, SHAPES, 'nodes')
     return table(('shape', 'ns a node', 'bytes a node', *COMPARED), rows)
 
 
