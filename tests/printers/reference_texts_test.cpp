@@ -57,7 +57,8 @@ TEST_F(ReferenceTextsTest, HoldBytesOfEveryKind) {
   const std::vector<const Term*> terms = constants(2);
   texts_.expect_ids(terms.back()->id);
   const std::string short_text("\0\xFF\n|", 4);
-  const std::string long_text = std::string(20, '\0') + "\xFF";
+  std::string long_text(20, '\0');
+  long_text.push_back('\xFF');
   texts_.insert(terms[0], short_text);
   texts_.insert(terms[1], long_text);
   EXPECT_EQ(texts_.get(terms[0]), short_text);
