@@ -111,6 +111,30 @@ TEST(SmtLibDocument, SingleTermsOfTheSharedSum) {
   }
 }
 
+// So many definitions that what they refer to is fetched ahead, from near by and from far away.
+TEST(SmtLibDocument, ManyDefinitionsReferToNearAndFarOnes) {
+  TermManager mgr;
+  const DataType* integer = mgr.get_int_type();
+  const Symbol* f = mgr.declare("f", mgr.make_function_type({integer, integer, integer}, integer));
+  std::vector<const Term*> terms = {make_int(mgr, "x")};
+  std::vector<std::string> labels = {"x"};
+  std::string definitions;
+  for (std::size_t i = 0; i < 12'000; ++i) {
+    terms.push_back(mgr.make_term(f, {terms[i], terms[i / 2], terms[i]}));
+    labels.push_back(".def_" + std::to_string(terms.back()->id));
+    definitions += "(let ((" + labels[i + 1] + " (f " + labels[i] + " " + labels[i / 2] + " " +
+                   labels[i] + ")))\n";
+  }
+  const Term* formula = mgr.make_equal(terms.back(), terms.back());
+  SmtLibTermPrinter printer(false, &mgr, "", "");
+  EXPECT_EQ(document(printer, formula),
+            "(set-info :source |printed by Brumlin|)\n" +
+                declarations({formula}, {{terms[0], "(declare-fun x () Int)\n"},
+                                         {terms[1], "(declare-fun f (Int Int Int) Int)\n"}}) +
+                "(assert\n" + definitions + "(= " + labels.back() + " " + labels.back() + ")\n" +
+                std::string(labels.size() - 1, ')') + ")\n");
+}
+
 TEST(SmtLibDocument, SingleTermsWithoutDefinitions) {
   TermManager mgr;
   const Term* p = make_bool(mgr, "p");
