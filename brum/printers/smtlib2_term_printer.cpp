@@ -107,6 +107,7 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
     counts.add_reference(
         term, [&](const Term* visited) { collector.add_symbol(visited->symbol); },
         [&](const Term* done) { order.push_back(done); });
+    collector.end_term();
     ends.push_back(order.size());
   }
   if (!terms.empty()) {

@@ -1,5 +1,8 @@
 #include "brum/printers/symbol_collector.h"
 
+#include <span>
+#include <utility>
+
 #include "brum/terms/term_manager.h"
 
 namespace brum {
@@ -13,6 +16,19 @@ void SymbolCollector::add_term(const Term* term) {
     return true;
   };
   walk_.run(term, enter, [](const Term*) {});
+  end_term();
+}
+
+void SymbolCollector::end_term() {
+  const auto waiting = std::span(waiting_).first(std::exchange(num_waiting_, 0));
+  for (const Symbol* symbol : waiting) {
+    symbols_.prefetch_node(symbol);
+  }
+  for (const Symbol* symbol : waiting) {
+    if (!is_settled_ || recent_[recent_place(symbol)] != symbol) {
+      insert_symbol(symbol);
+    }
+  }
 }
 
 void SymbolCollector::end_terms(const Term* last) {

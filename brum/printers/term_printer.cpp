@@ -35,6 +35,7 @@ void TermPrinter::print_formula(std::ostream& out, const Term* formula) {
   counts.add_term(
       formula, nullptr, [&](const Term* term) { collector.add_symbol(term->symbol); },
       [&](const Term* term) { order.push_back(term); });
+  collector.end_term();
   print_start(out);
   print_declarations(*this, out, types, symbols);
   print_define_section_start(out);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
@@ -151,6 +152,37 @@ TEST(CollectSymbolsAndTypes, TheSetGrowsAtTheFirstLookUpAfterAnAddition) {
   collector.add_symbol(mgr.get_and_symbol());
   EXPECT_EQ(symbols.size(), 22U);
   EXPECT_GT(symbols.bucket_count(), 31U);
+}
+
+// Symbols for a large set wait for one another, and come into it as if they did not.
+TEST(CollectSymbolsAndTypes, ALargeSetIsFilledInTheOrderOfTheWalk) {
+  TermManager mgr;
+  hsh::HashSet<const Symbol*> symbols;
+  hsh::HashSet<const Symbol*> expected;
+  hsh::HashSet<const DataType*> types;
+  SymbolCollector collector(symbols, types);
+  const Symbol* const op = mgr.get_and_symbol();
+  std::size_t growths = 0;
+  std::vector<const Symbol*> names;
+  for (std::size_t i = 0; i < 30'000; ++i) {
+    names.push_back(mgr.declare("p" + std::to_string(i), mgr.get_bool_type()));
+    const Symbol* const again = names[i * i % names.size()];
+    for (const Symbol* symbol : {names.back(), op, again}) {
+      const std::size_t buckets = expected.bucket_count();
+      expected.insert(symbol);
+      collector.add_symbol(symbol);
+      if (symbol == op && expected.bucket_count() != buckets) {
+        collector.end_term();
+        EXPECT_EQ(symbols.size(), i + 2);
+        EXPECT_EQ(symbols.bucket_count(), expected.bucket_count());
+        ++growths;
+      }
+    }
+  }
+  collector.end_term();
+  EXPECT_GT(growths, 8U);
+  EXPECT_TRUE(std::ranges::equal(symbols, expected));
+  EXPECT_EQ(types.size(), 1U);
 }
 
 TEST(CollectSymbolsAndTypes, TheSetOfSortsGrowsAtTheFirstLookUpAfterAnAddition) {
