@@ -50,6 +50,10 @@ class BRUM_EXPORT ReferenceCounts {
   /// The number of terms that more than one place refers to.
   std::size_t num_shared() const { return num_shared_; }
 
+  /// About how many bytes the text of these terms takes, and rather too many than too few: terms
+  /// with an operator and two names of a few letters, of which the shared ones are defined.
+  std::size_t expected_text_bytes() const { return num_terms_ * 20 + num_shared_ * 40; }
+
   /// The highest id of a term that was counted, 0 if there is none.
   std::uint64_t highest_id() const { return highest_id_; }
 

@@ -3,6 +3,7 @@
 #include <span>
 
 #include "brum/printers/declarations.h"
+#include "brum/printers/reserve_text.h"
 #include "brum/printers/reference_counts.h"
 #include "brum/printers/symbol_collector.h"
 #include "brum/printers/term_texts.h"
@@ -113,6 +114,7 @@ void SmtLib2TermPrinter::print_terms(std::ostream& out, const std::vector<const 
   if (!terms.empty()) {
     collector.end_terms(terms.back());
   }
+  reserve_text(out, counts.expected_text_bytes());
   print_start(out);
   print_declarations(*this, out, sorts, symbols);
   print_define_section_start(out);

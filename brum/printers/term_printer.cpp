@@ -1,6 +1,7 @@
 #include "brum/printers/term_printer.h"
 
 #include "brum/printers/declarations.h"
+#include "brum/printers/reserve_text.h"
 #include "brum/printers/symbol_collector.h"
 #include "brum/printers/term_texts.h"
 
@@ -15,6 +16,7 @@ std::string write_term(TermPrinter& printer, std::ostream& out, const Term* term
   TermOrder order;
   counts.add_term(
       term, &defs, [](const Term*) {}, [&](const Term* done) { order.push_back(done); });
+  reserve_text(out, counts.expected_text_bytes());
   TermTexts texts(printer, out, rule, defs);
   if (!order.empty()) {
     texts.reserve_entries(order.size());
@@ -36,6 +38,7 @@ void TermPrinter::print_formula(std::ostream& out, const Term* formula) {
       formula, nullptr, [&](const Term* term) { collector.add_symbol(term->symbol); },
       [&](const Term* term) { order.push_back(term); });
   collector.end_term();
+  reserve_text(out, counts.expected_text_bytes());
   print_start(out);
   print_declarations(*this, out, types, symbols);
   print_define_section_start(out);
