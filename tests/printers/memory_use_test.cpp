@@ -184,9 +184,9 @@ class AbridgingPrinter : public MeasuringPrinter {
 };
 
 TEST(PrinterMemoryUse, AnAbridgedTextKeepsNoMemoryOfTheWholeOne) {
-  constexpr std::size_t count = 20'000;
+  constexpr std::size_t count = 2'000;
   TermManager mgr;
-  const Term* variable = testing::make_int(mgr, std::string(2 * text_bytes, 'x'));
+  const Term* variable = testing::make_int(mgr, std::string(20 * text_bytes, 'x'));
   const Term* formula = mgr.make_true();
   for (std::size_t i = 0; i < count; ++i) {
     const Term* side = mgr.make_leq(variable, mgr.make_number(static_cast<std::int64_t>(i)));
