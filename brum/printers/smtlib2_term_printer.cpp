@@ -3,8 +3,8 @@
 #include <span>
 
 #include "brum/printers/declarations.h"
-#include "brum/printers/reserve_text.h"
 #include "brum/printers/reference_counts.h"
+#include "brum/printers/reserve_text.h"
 #include "brum/printers/symbol_collector.h"
 #include "brum/printers/term_texts.h"
 #include "brum/printers/write_text.h"
