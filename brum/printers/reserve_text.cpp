@@ -31,7 +31,8 @@ void reserve_text(std::ostream& out, std::size_t bytes) noexcept {
     return;
   }
   const std::streampos read = kept.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
-  std::string text = std::move(kept).str();
+  // This str() gives the string away instead of copying it; the buffer stays in use, empty.
+  std::string text = static_cast<std::stringbuf&&>(kept).str();
   try {
     text.reserve(text.size() + bytes);
   } catch (const std::exception&) {
