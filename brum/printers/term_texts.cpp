@@ -84,7 +84,9 @@ TermTexts::TermTexts(TermPrinter& printer, std::ostream& out, const DefinitionRu
       rule_(rule),
       defs_(nullptr),
       is_fetching_(counts.num_shared() >= fewest_prefetched) {
-  references_.expect_ids(counts.highest_id());
+  if (counts.num_shared() != 0) {
+    references_.expect_ids(counts.highest_id());
+  }
 }
 
 TermTexts::TermTexts(TermPrinter& printer, std::ostream& out, const DefinitionRule& rule,

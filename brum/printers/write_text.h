@@ -23,6 +23,9 @@ class PutArea : private std::streambuf {
     return bytes <= room && bytes <= most_bytes ? next : nullptr;
   }
 
+  /// Gives the place of the first byte, null where the buffer has no memory for what is written.
+  static const char* begin(const std::streambuf& buffer) { return (buffer.*&PutArea::pbase)(); }
+
   /// Ends with `bytes` bytes that were put where room_for() said.
   static void advance(std::streambuf& buffer, std::size_t bytes) {
     (buffer.*&PutArea::pbump)(static_cast<int>(bytes));
