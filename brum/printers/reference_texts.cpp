@@ -4,6 +4,11 @@
 
 namespace brum {
 
+namespace {
+/// Ids are the keys of slots, so that no two slots have the same.
+constexpr auto is_any = [](const void* /*slot*/) { return true; };
+}  // namespace
+
 [[gnu::noinline]] ReferenceTexts::Slot* ReferenceTexts::make_page() {
   constexpr std::size_t page_bytes = page_size * sizeof(Slot);
   if (chunks_.empty() || used_bytes_ == chunks_.back().size()) {
@@ -15,6 +20,23 @@ namespace brum {
   Slot* const page = reinterpret_cast<Slot*>(chunks_.back().begin() + used_bytes_);
   used_bytes_ += page_bytes;
   return page;
+}
+
+[[gnu::noinline]] ReferenceTexts::Slot& ReferenceTexts::add_scattered(const Term* term) {
+  return *scattered_.get(term->id, is_any, [&] {
+    if (next_scattered_ == end_of_scattered_) {
+      next_scattered_ = make_page();
+      end_of_scattered_ = next_scattered_ + page_size;
+    }
+    return next_scattered_++;
+  });
+}
+
+[[gnu::noinline]] const ReferenceTexts::Slot& ReferenceTexts::find_scattered(
+    const Term* term) const {
+  Slot* const* const slot = scattered_.find(term->id, is_any);
+  assert(slot != nullptr);
+  return **slot;
 }
 
 [[gnu::noinline]] void ReferenceTexts::insert_long(Slot& slot, std::string_view text) {

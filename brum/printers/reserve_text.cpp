@@ -43,13 +43,12 @@ void reserve_text(std::ostream& out, std::size_t bytes) noexcept {
     return;
   }
   const std::streampos read = kept.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
-  std::string text;
+  std::string text = kept.str();  // short: takes no memory
   try {
-    text.reserve(kept.view().size() + bytes);
+    text.reserve(text.size() + bytes);
   } catch (const std::exception&) {
     return;  // the stream takes memory as it needs it, then
   }
-  text = kept.view();
   kept.str(std::move(text));
   kept.pubseekoff(0, std::ios_base::end, std::ios_base::out);
   kept.pubseekpos(read, std::ios_base::in);  // does nothing to one that is not read

@@ -85,7 +85,7 @@ TermTexts::TermTexts(TermPrinter& printer, std::ostream& out, const DefinitionRu
       defs_(nullptr),
       is_fetching_(counts.num_shared() >= fewest_prefetched) {
   if (counts.num_shared() != 0) {
-    references_.expect_ids(counts.highest_id());
+    references_.expect_terms(counts.num_terms(), counts.highest_id());
   }
 }
 

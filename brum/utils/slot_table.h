@@ -30,17 +30,23 @@ class SlotTable {
     if (num_entries_ * 2 >= slots_.size()) {
       grow();
     }
-    const std::size_t mask = slots_.size() - 1;
-    std::size_t index = first_slot(key, mask);
-    while (slots_[index].key != 0 && (slots_[index].key != key || !is_it(slots_[index].entry))) {
-      index = (index + 1) & mask;
-    }
-    Slot& slot = slots_[index];
+    Slot& slot = slots_[index_for(key, is_it)];
     if (slot.key == 0) {
       slot = {key, make()};
       ++num_entries_;
     }
     return slot.entry;
+  }
+
+  /// Gives the entry that has this key and for which `is_it(entry)` holds, null if there is none.
+  /// It stays where it is until the next call of get().
+  template <class IsIt>
+  const Entry* find(std::uint64_t key, const IsIt& is_it) const {
+    if (num_entries_ == 0) {
+      return nullptr;
+    }
+    const Slot& slot = slots_[index_for(key, is_it)];
+    return slot.key == 0 ? nullptr : &slot.entry;
   }
 
   /// Fetches into the cache the slots where the entry with this key lies or will lie. Only for a
@@ -70,6 +76,17 @@ class SlotTable {
   /// Keys that differ only in the last two bits get slots side by side.
   static std::size_t first_slot(std::uint64_t key, std::size_t mask) noexcept {
     return (hsh::mix(key >> 2U, hsh::first_mixer) << 2U | (key & 3U)) & mask;
+  }
+
+  /// Gives the place of the entry, or the empty one where it would be.
+  template <class IsIt>
+  std::size_t index_for(std::uint64_t key, const IsIt& is_it) const {
+    const std::size_t mask = slots_.size() - 1;
+    std::size_t index = first_slot(key, mask);
+    while (slots_[index].key != 0 && (slots_[index].key != key || !is_it(slots_[index].entry))) {
+      index = (index + 1) & mask;
+    }
+    return index;
   }
 
   void grow() {

@@ -85,6 +85,29 @@ class MeasuringPrinter : public SmtLibTermPrinter {
   std::size_t allocated = 0;
 };
 
+// A few shared terms, each among hundreds of the store that the document does not hold.
+TEST(PrinterMemoryUse, ADocumentPaysForItsOwnTerms) {
+  constexpr std::int64_t count = 2'500;
+  constexpr int others = 300;
+  constexpr std::size_t most_bytes = std::size_t{5} << 20U;
+  TermManager mgr;
+  const Term* variable = testing::make_int(mgr, "x");
+  const Term* other = variable;
+  const Term* formula = mgr.make_true();
+  for (std::int64_t i = 0; i < count; ++i) {
+    const Term* shared = mgr.make_plus(variable, mgr.make_number(i));
+    formula = mgr.make_and(formula, mgr.make_leq(shared, shared));
+    for (int k = 0; k < others; ++k) {
+      other = mgr.make_plus(other, variable);
+    }
+  }
+  MemoryStream out;
+  MeasuringPrinter printer(false, &mgr, "", "");
+  const std::size_t before = testing::allocated_bytes();
+  printer.print_formula(out, formula);
+  EXPECT_LT(printer.allocated, before + most_bytes);
+}
+
 // A conjunction nested to the right, so that all its left sides wait for the innermost. Each is
 // written in long texts at first, and then has a name.
 TEST(PrinterMemoryUse, AShortTextKeepsNoLongOnesMemory) {

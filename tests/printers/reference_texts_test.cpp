@@ -30,7 +30,7 @@ class ReferenceTextsTest : public ::testing::Test {
 
 TEST_F(ReferenceTextsTest, AreFoundWhateverTheirLengths) {
   const std::vector<const Term*> terms = constants(300);
-  texts_.expect_ids(terms.back()->id);
+  texts_.expect_terms(terms.size(), terms.back()->id);
   for (std::size_t i = 0; i < terms.size(); ++i) {
     texts_.insert(terms[i], std::string(i, static_cast<char>('a' + i % 26)));
   }
@@ -41,7 +41,7 @@ TEST_F(ReferenceTextsTest, AreFoundWhateverTheirLengths) {
 
 TEST_F(ReferenceTextsTest, StayWhereTheyAreWhenOthersCome) {
   const std::vector<const Term*> terms = constants(100000);
-  texts_.expect_ids(terms.back()->id);
+  texts_.expect_terms(terms.size(), terms.back()->id);
   std::vector<std::string_view> found;
   for (const Term* term : terms) {
     texts_.insert(term, std::to_string(term->id));
@@ -55,7 +55,7 @@ TEST_F(ReferenceTextsTest, StayWhereTheyAreWhenOthersCome) {
 
 TEST_F(ReferenceTextsTest, HoldBytesOfEveryKind) {
   const std::vector<const Term*> terms = constants(2);
-  texts_.expect_ids(terms.back()->id);
+  texts_.expect_terms(terms.size(), terms.back()->id);
   const std::string short_text("\0\xFF\n|", 4);
   std::string long_text(20, '\0');
   long_text.push_back('\xFF');
@@ -65,17 +65,34 @@ TEST_F(ReferenceTextsTest, HoldBytesOfEveryKind) {
   EXPECT_EQ(texts_.get(terms[1]), long_text);
 }
 
-// Of a large store only the pages with terms that have a text are made, in any order.
+// In any order, on both sides of where terms count as scattered.
 TEST_F(ReferenceTextsTest, OfTermsFarApartAreFound) {
-  const std::vector<const Term*> terms = constants(50000);
-  texts_.expect_ids(terms.back()->id);
-  for (std::size_t i = terms.size(); i > 1000; i -= 1000) {
-    texts_.prefetch(terms[i - 1]);
-    texts_.insert(terms[i - 1], "term " + std::to_string(i));
-    texts_.prefetch(terms[i - 1]);
+  const std::vector<const Term*> terms = constants(50'000);
+  for (const std::size_t step : {1'000U, 100U, 17U, 16U, 15U, 2U}) {
+    ReferenceTexts texts;
+    texts.expect_terms(terms.size() / step, terms.back()->id);
+    for (std::size_t i = terms.size(); i > step; i -= step) {
+      texts.prefetch(terms[i - 1]);
+      texts.insert(terms[i - 1], "term " + std::to_string(i) + std::string(i % 20, '.'));
+      texts.prefetch(terms[i - 1]);
+    }
+    for (std::size_t i = terms.size(); i > step; i -= step) {
+      ASSERT_EQ(texts.get(terms[i - 1]), "term " + std::to_string(i) + std::string(i % 20, '.'));
+    }
   }
-  for (std::size_t i = terms.size(); i > 1000; i -= 1000) {
-    EXPECT_EQ(texts_.get(terms[i - 1]), "term " + std::to_string(i));
+}
+
+TEST_F(ReferenceTextsTest, OfScatteredTermsStayWhereTheyAre) {
+  const std::vector<const Term*> terms = constants(50'000);
+  texts_.expect_terms(1'000, terms.back()->id);
+  std::vector<std::string_view> found;
+  for (std::size_t i = 0; i < terms.size(); i += 50) {
+    texts_.insert(terms[i], std::to_string(i));
+    found.push_back(texts_.get(terms[i]));
+  }
+  for (std::size_t i = 0; i < found.size(); ++i) {
+    EXPECT_EQ(found[i], std::to_string(i * 50));
+    EXPECT_EQ(texts_.get(terms[i * 50]).data(), found[i].data());
   }
 }
 

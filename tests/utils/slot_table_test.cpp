@@ -67,6 +67,22 @@ TEST(SlotTable, HasNoEntriesAtFirst) {
   table.for_each([](const Entry&) { FAIL(); });
 }
 
+TEST(SlotTable, FindsOnlyWhatItHolds) {
+  Table table;
+  const auto is = [](int number) {
+    return [=](const Entry& entry) { return entry.number == number; };
+  };
+  EXPECT_EQ(table.table_.find(1, is(1)), nullptr);
+  for (int number = 1; number < 1'000; ++number) {
+    const auto key = static_cast<std::uint64_t>(number / 2 + 1);  // two numbers of each key
+    EXPECT_EQ(table.table_.find(key, is(number)), nullptr);
+    const Entry& made = table.get(key, number);
+    EXPECT_EQ(table.table_.find(key, is(number)), &made);
+    EXPECT_EQ(table.table_.find(key, is(-1)), nullptr);
+  }
+  EXPECT_EQ(table.table_.find(5'000, is(1)), nullptr);
+}
+
 TEST(SlotTable, WhatFailsToBeMadeIsNotThere) {
   SlotTable<int> table;
   const auto is_it = [](int) { return true; };
