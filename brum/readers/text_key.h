@@ -42,7 +42,8 @@ class TextKey {
   static constexpr std::uint64_t group_size = 4;  // of keys that get slots side by side
 
   static std::uint64_t of_short(std::string_view text) noexcept {
-    return (std::uint64_t{text.size()} + 1) << length_shift | bytes_of(text);
+    const std::uint64_t mark = text.size() + 1;
+    return mark << length_shift | bytes_of(text);
   }
 
   /// What counts is the last two bytes, so the hash of the others is moved on by them.
