@@ -63,10 +63,7 @@ class BRUM_EXPORT ReferenceTexts {
 
   /// Fetches into the cache where the text of `term` lies if it has one, or is to lie.
   [[gnu::always_inline]] void prefetch(const Term* term) const {
-    if (are_scattered_) [[unlikely]] {
-      return;
-    }
-    const Slot* const page = pages_[term->id / page_size];
+    const Slot* const page = are_scattered_ ? nullptr : pages_[term->id / page_size];
     if (page != nullptr) {
       __builtin_prefetch(page + term->id % page_size);
     }
