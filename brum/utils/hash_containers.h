@@ -3,6 +3,7 @@
 
 #include "brum/utils/export.h"
 #include "brum/utils/hash.h"
+#include "brum/utils/join_freed_memory.h"
 #include "brum/utils/large_array.h"
 #include "brum/utils/large_memory.h"
 #include "brum/utils/memory_pool.h"
@@ -565,7 +566,7 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::drop_chains(Heads& heads) noexcept
  * Destroys every value and leaves the nodes where they are, for the end of the table. Nodes in a
  * row are gone through as they lie: what their values hold elsewhere was mostly allocated in that
  * order, and memory that is given back piece by piece from all over the place costs several times
- * as much.
+ * as much. What very many give back is put together batch by batch, while it is in the cache.
  */
 template <typename Value, typename GetKey, typename Key, typename Hash, typename Eq>
 void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_values() noexcept {
@@ -574,7 +575,16 @@ void Hashtable<Value, GetKey, Key, Hash, Eq>::destroy_values() noexcept {
     if (row == nullptr) {
       destroy_chains();
     } else {
-      std::destroy_n(static_cast<Bucket*>(row), num_values);
+      constexpr std::size_t cached = 32768;  // values whose memory the cache has room for
+      constexpr std::size_t batch = 512;
+      auto* nodes = static_cast<Bucket*>(row);
+      std::size_t left = num_values;
+      while (left > cached) {
+        nodes = std::destroy_n(nodes, batch);
+        left -= batch;
+        join_freed_memory();
+      }
+      std::destroy_n(nodes, left);
     }
   }
 }

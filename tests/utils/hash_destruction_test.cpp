@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <numeric>
 #include <optional>
 #include <set>
 #include <vector>
@@ -55,6 +56,22 @@ TEST(HashDestruction, FollowsTheBuckets) {
 TEST(HashDestruction, FollowsTheNodesIfTheyWereExpected) {
   EXPECT_EQ(order_of_destruction(5), (Numbers{5, 3, 34, 8, 1}));
   EXPECT_EQ(order_of_destruction(many), (Numbers{5, 3, 34, 8, 1}));
+}
+
+TEST(HashDestruction, FollowsTheNodesHoweverMany) {
+  for (const int count : {0, 1, 500, 32'768, 32'769, 40'000}) {
+    Numbers numbers(static_cast<std::size_t>(count));
+    std::iota(numbers.begin(), numbers.end(), 0);
+    Noted::destroyed.clear();
+    {
+      HashMap<int, Noted> map;
+      map.expect_nodes(numbers.size());
+      for (const int number : numbers) {
+        map.insert_absent(count - number, number);
+      }
+    }
+    EXPECT_EQ(Noted::destroyed, numbers) << count;
+  }
 }
 
 TEST(HashDestruction, FollowsTheBucketsIfFewerWereExpected) {
