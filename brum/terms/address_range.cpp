@@ -1,6 +1,7 @@
 #include "brum/terms/address_range.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 
 #include "brum/utils/large_memory.h"
@@ -24,6 +25,11 @@ constexpr std::size_t num_places = 64;
 constexpr std::size_t smallest_step = std::size_t{1} << 16U;
 constexpr std::size_t largest_step = std::size_t{1} << 22U;
 
+/// A bit for each place that a range of this program has, for which the system need not be asked: a
+/// program with very many managers would ask in vain for all of them whenever it makes one.
+constinit std::atomic<std::uint64_t> places_had{0};
+static_assert(num_places <= 64);
+
 /// Reserves a place; gives null when it is taken or cannot be had.
 std::byte* reserve(std::uintptr_t place) {
   // The address is a number here, by design.
@@ -43,13 +49,21 @@ std::byte* reserve(std::uintptr_t place) {
 
 AddressRange::AddressRange() noexcept {
   for (std::size_t place = 0; place < num_places && base_ == nullptr; ++place) {
-    base_ = reserve(first_place + place * range_bytes);
+    const std::uint64_t bit = std::uint64_t{1} << place;
+    if ((places_had.fetch_or(bit) & bit) == 0) {
+      base_ = reserve(first_place + place * range_bytes);
+      if (base_ == nullptr) {
+        places_had.fetch_and(~bit);
+      }
+    }
   }
 }
 
 AddressRange::~AddressRange() {
   if (base_ != nullptr) {
     ::munmap(base_, range_bytes);
+    const std::size_t place = (reinterpret_cast<std::uintptr_t>(base_) - first_place) / range_bytes;
+    places_had.fetch_and(~(std::uint64_t{1} << place));
   }
 }
 

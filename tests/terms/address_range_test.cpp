@@ -49,6 +49,46 @@ TEST(AddressRange, GivesTheSameAddressesAgainAfterItsEnd) {
   EXPECT_EQ(range.take(64), first);
 }
 
+TEST(AddressRange, TakesTheFirstPlaceThatIsFree) {
+  std::vector<std::unique_ptr<AddressRange>> ranges;
+  std::vector<void*> places;
+  for (std::size_t i = 0; i < 5; ++i) {
+    ranges.push_back(std::make_unique<AddressRange>());
+    places.push_back(ranges.back()->take(8));
+  }
+  if (places.back() == nullptr) {
+    GTEST_SKIP() << "this system gives no fixed addresses";
+  }
+  for (const std::size_t freed : {3U, 1U}) {
+    ranges[freed].reset();
+  }
+  for (const std::size_t found : {1U, 3U}) {
+    ranges[found] = std::make_unique<AddressRange>();
+    EXPECT_EQ(ranges[found]->take(8), places[found]);
+  }
+}
+
+// As a mapping of somebody else's there would be.
+TEST(AddressRange, LeavesAPlaceAloneThatIsTaken) {
+  void* place = nullptr;
+  {
+    AddressRange range;
+    place = range.take(8);
+  }
+  if (place == nullptr) {
+    GTEST_SKIP() << "this system gives no fixed addresses";
+  }
+  constexpr std::size_t page = 65'536;
+  ASSERT_EQ(::mmap(place, page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0), place);
+  {
+    AddressRange range;
+    EXPECT_NE(range.take(8), place);
+  }
+  ::munmap(place, page);
+  AddressRange range;
+  EXPECT_EQ(range.take(8), place);
+}
+
 TEST(AddressRange, GivesAdjacentZeroedMemory) {
   AddressRange range;
   auto* first = static_cast<unsigned char*>(range.take(24));
