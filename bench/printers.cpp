@@ -34,6 +34,20 @@ class SilentPrinter : public TermPrinter {
                           const Term* /*term*/) override {}
 };
 
+/// Tells what the trace keeps.
+class OpenTrace : public SmtLib2TermPrinter {
+ public:
+  using SmtLib2TermPrinter::SmtLib2TermPrinter;
+
+  std::vector<std::size_t> kept_lengths() const {
+    std::vector<std::size_t> lengths;
+    lengths.reserve(trace_definitions.size());
+    trace_definitions.for_each(
+        [&](const auto& definition) { lengths.push_back(definition.second.size()); });
+    return lengths;
+  }
+};
+
 void print_v1(std::ostream& out, TermManager& manager, const Term* formula, const char* logic) {
   SmtLibTermPrinter(true, &manager, logic, "unknown").print_formula(out, formula);
 }
@@ -95,6 +109,25 @@ CountingBuffer::int_type CountingBuffer::overflow(int_type byte) {
 std::streamsize CountingBuffer::xsputn(const char* /*bytes*/, std::streamsize count) {
   count_ += static_cast<std::size_t>(count);
   return count;
+}
+
+std::vector<std::size_t> kept_lengths(TermManager& manager, const Term* formula, const char* logic,
+                                      bool define_fun) {
+  CountingBuffer buffer;
+  std::ostream unheard(&buffer);
+  OpenTrace trace(&manager, logic, "", define_fun, nullptr);
+  trace.apitracer_print_term(unheard, formula, "");
+  return trace.kept_lengths();
+}
+
+std::size_t keep_texts(std::span<const std::size_t> lengths) {
+  std::vector<std::string> texts;
+  texts.reserve(lengths.size());
+  std::size_t bytes = 0;
+  for (const std::size_t length : lengths) {
+    bytes += texts.emplace_back(length, 'x').size();
+  }
+  return bytes;
 }
 
 std::string append_tokens(std::size_t bytes) {

@@ -37,6 +37,14 @@ class CountingBuffer : public std::streambuf {
   std::size_t count_ = 0;
 };
 
+/// Gives the lengths in bytes of the texts that a trace keeps once `formula` is asserted, for later
+/// assertions to refer to: with definitions or, if not `define_fun`, with lets.
+std::vector<std::size_t> kept_lengths(TermManager& manager, const Term* formula, const char* logic,
+                                      bool define_fun);
+
+/// Makes a string of each of these lengths, keeps all to the end and gives their bytes.
+std::size_t keep_texts(std::span<const std::size_t> lengths);
+
 /// Pieces of 8 bytes, the length of a typical token, appended to a string until it has `bytes`.
 std::string append_tokens(std::size_t bytes);
 

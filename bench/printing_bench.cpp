@@ -295,6 +295,29 @@ void add_bounds(const SharedHost<BrumSystem>& host, const SharedSize& size) {
   add_benchmark(worker_of(host), size, {"bound/ostream", prepare, write});
 }
 
+/// A lower bound of a trace: only to make the texts that it must keep.
+void add_kept_bound(const SharedHost<BrumSystem>& host, const SharedSize& size,
+                    std::string_view form, bool define_fun) {
+  Host<BrumSystem>* const place = host.get();
+  const auto lengths = std::make_shared<std::vector<std::vector<std::size_t>>>();
+  const auto prepare = [=] {
+    if (lengths->empty()) {
+      for (const auto& subject : place->subjects()) {
+        lengths->push_back(kept_lengths(subject->system.manager, subject->formula,
+                                        subject->logic.c_str(), define_fun));
+      }
+    }
+  };
+  const auto keep = [=] {
+    std::size_t bytes = 0;
+    for (const std::vector<std::size_t>& of_one : *lengths) {
+      bytes += keep_texts(of_one);
+    }
+    return bytes;
+  };
+  add_benchmark(worker_of(host), size, {"bound/kept by " + std::string(form), prepare, keep});
+}
+
 template <class System>
 void add_rival(const SharedSize& size, typename Host<System>::Make make) {
   const auto host = std::make_shared<Host<System>>(std::move(make));
@@ -319,6 +342,8 @@ SharedSize add_forms_and_bounds(std::size_t nodes, Host<BrumSystem>::Make make) 
   }
   add_string_stream(host, size);
   add_bounds(host, size);
+  add_kept_bound(host, size, "trace", true);
+  add_kept_bound(host, size, "let-trace", false);
   return size;
 }
 

@@ -127,6 +127,8 @@ def bounds(directory):
         row = [shape, f'{results.ns_per_node("brumlin/walk"):.0f}']
         for name in ('bound/string', 'bound/ostream'):
             row.append(f'{results.counter(name, "bytes") / results.ms(name) / 1000:.0f}')
+        for name in ('bound/kept by trace', 'bound/kept by let-trace'):
+            row.append(f'{results.ns_per_node(name):.0f}')
         for rival in RIVALS:
             memory = results.counter(rival, 'memory') if results.has(rival) else None
             row.append(f'{results.ns_per_node(rival):.0f}' if results.has(rival) else '')
@@ -137,6 +139,8 @@ def bounds(directory):
         'walk alone, ns a node',
         'tokens to a string, MB/s',
         'tokens to a stream, MB/s',
+        'texts kept by a trace, ns a node',
+        'by a let-trace, ns a node',
         'z3, ns a node',
         'z3, bytes of memory a node',
         'cvc5, ns a node',
