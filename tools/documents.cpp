@@ -9,6 +9,7 @@
 #include "brum/printers/dot_term_printer.h"
 #include "brum/printers/reference_counts.h"
 #include "brum/printers/smtlib_identifiers.h"
+#include "conjunction.h"
 #include "printer_choice.h"
 
 namespace brum::tools {
@@ -75,24 +76,6 @@ Content all_assertions(const DocumentSource& source) {
     }
   }
   return content;
-}
-
-/// The conjunction of the terms as a balanced tree; true when there are none.
-const Term* conjunction(TermManager& manager, std::vector<const Term*> terms) {
-  if (terms.empty()) {
-    return manager.make_true();
-  }
-  while (terms.size() > 1) {
-    const std::size_t pairs = terms.size() / 2;
-    for (std::size_t i = 0; i < pairs; ++i) {
-      terms[i] = manager.make_and(terms[2 * i], terms[2 * i + 1]);
-    }
-    if (terms.size() % 2 == 1) {
-      terms[pairs] = terms.back();
-    }
-    terms.resize((terms.size() + 1) / 2);
-  }
-  return terms.front();
 }
 
 void end_with_query(std::ostream& out, bool has_query) {
