@@ -5,6 +5,7 @@
 #include <span>
 
 #include "brum/printers/definition_rule.h"
+#include "brum/utils/fold_balanced.h"
 
 namespace brum::tools {
 
@@ -42,17 +43,9 @@ const Term* conjunction(TermManager& manager, std::vector<const Term*> terms) {
   if (terms.size() > most_in_plain_tree) {
     terms = join_in_rows(manager, terms);
   }
-  while (terms.size() > 1) {
-    const std::size_t pairs = terms.size() / 2;
-    for (std::size_t i = 0; i < pairs; ++i) {
-      terms[i] = manager.make_and(terms[2 * i], terms[2 * i + 1]);
-    }
-    if (terms.size() % 2 == 1) {
-      terms[pairs] = terms.back();
-    }
-    terms.resize((terms.size() + 1) / 2);
-  }
-  return terms.front();
+  return fold_balanced(std::span(terms), [&](const Term* left, const Term* right) {
+    return manager.make_and(left, right);
+  });
 }
 
 }  // namespace brum::tools

@@ -2,33 +2,14 @@
 
 #include <algorithm>
 #include <bit>
+#include <span>
 #include <string_view>
 #include <utility>
 
 #include "brum/readers/term_builder.h"
+#include "brum/utils/fold_balanced.h"
 
 namespace brum {
-
-namespace {
-
-using Step = const Term* (TermManager::*)(const Term*, const Term*);
-
-/// Joins neighbours until one term is left.
-const Term* fold_balanced(TermManager& manager, Step step, std::vector<const Term*>& terms) {
-  std::size_t count = terms.size();
-  while (count > 1) {
-    std::size_t joined = 0;
-    for (std::size_t i = 0; i + 1 < count; i += 2) {
-      terms[joined++] = (manager.*step)(terms[i], terms[i + 1]);
-    }
-    if (count % 2 == 1)
-      terms[joined++] = terms[count - 1];
-    count = joined;
-  }
-  return terms.front();
-}
-
-}  // namespace
 
 std::uint64_t PartialOperators::HashDivision::operator()(const Division& division) const {
   return hsh::mix(division.dividend->id * 2 + (division.real ? 1 : 0) + 0x9e3779b97f4a7c15U,
@@ -36,11 +17,15 @@ std::uint64_t PartialOperators::HashDivision::operator()(const Division& divisio
 }
 
 const Term* PartialOperators::conjunction(std::vector<const Term*>& terms) {
-  return fold_balanced(builder_.manager(), &TermManager::make_and, terms);
+  return fold_balanced(std::span(terms), [this](const Term* left, const Term* right) {
+    return builder_.manager().make_and(left, right);
+  });
 }
 
 const Term* PartialOperators::disjunction(std::vector<const Term*>& terms) {
-  return fold_balanced(builder_.manager(), &TermManager::make_or, terms);
+  return fold_balanced(std::span(terms), [this](const Term* left, const Term* right) {
+    return builder_.manager().make_or(left, right);
+  });
 }
 
 // Names hold a full stop in their middle: users' names rarely do, and both versions of SMT-LIB take

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "brum/readers/term_builder.h"
+#include "brum/utils/fold_balanced.h"
 
 namespace brum {
 
@@ -170,33 +171,13 @@ const Term* fold_right(TermBuilder& builder, const Operator& op, std::span<const
   return result;
 }
 
-/// Joins neighbours until one is left, so that n terms make a tree of ceil(log2 n) levels.
-Value fold_balanced(TermBuilder& builder, Operator::Step step, std::span<Value> arguments,
-                    bool real) {
-  std::size_t count = arguments.size();
-  while (count > 1) {
-    std::size_t joined = 0;
-    for (std::size_t i = 0; i < count; i += 2) {
-      arguments[joined++] =
-          i + 1 == count
-              ? arguments[i]
-              : Value{step(builder, arguments[i].term, arguments[i + 1].term, real), false};
-    }
-    count = joined;
-  }
-  return arguments[0];
-}
-
 Value fold_chain(TermBuilder& builder, const Operator& op, std::span<Value> arguments, bool real) {
   for (std::size_t i = 0; i + 1 < arguments.size(); ++i) {
     arguments[i] = {op.step(builder, arguments[i].term, arguments[i + 1].term, real), false};
   }
-  return fold_balanced(
-      builder,
-      [](TermBuilder& b, const Term* left, const Term* right, bool) {
-        return b.manager().make_and(left, right);
-      },
-      arguments.first(arguments.size() - 1), false);
+  return fold_balanced(arguments.first(arguments.size() - 1), [&](Value left, Value right) {
+    return Value{builder.manager().make_and(left.term, right.term), false};
+  });
 }
 
 /// Puts the arguments of a binary operator, or of one that takes more, together in steps.
@@ -213,7 +194,9 @@ Value fold(TermBuilder& builder, const Operator& op, std::span<Value> arguments,
   if (op.shape == Shape::chain) {
     return fold_chain(builder, op, arguments, real);
   }
-  return fold_balanced(builder, op.step, arguments, real);
+  return fold_balanced(arguments, [&](Value left, Value right) {
+    return Value{op.step(builder, left.term, right.term, real), false};
+  });
 }
 
 }  // namespace

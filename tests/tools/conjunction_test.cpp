@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "brum/printers/definition_rule.h"
 #include "brum/readers/script.h"
 #include "brum/readers/smtlib2_reader.h"
 #include "brum/terms/term_manager.h"
@@ -111,8 +110,7 @@ TEST(Conjunction, OfUpToAThousandIsOneText) {
   }
 }
 
-// No text but a label goes up the tree, so that the longest is that of a row, however many there
-// are.
+// Little more than labels goes up the tree, so that no line is much longer than that of a row.
 TEST(Conjunction, OfMoreIsDefinedRowByRow) {
   constexpr std::size_t rows = 200;
   for (const std::string nots : {"", "(not ", "(not (not (not "}) {
@@ -122,6 +120,16 @@ TEST(Conjunction, OfMoreIsDefinedRowByRow) {
     EXPECT_EQ(count_of("(let ", outcome.out), rows);
     EXPECT_LT(longest_line(outcome.out), text.size() / 10);
   }
+}
+
+TEST(Conjunction, DefinesRowsOfConstantsToo) {
+  constexpr std::size_t rows = 20;
+  std::string text;
+  for (std::size_t i = 0; i < rows * 66; ++i) {
+    const std::string name = "p" + std::to_string(i);
+    text += "(declare-const " + name + " Bool)(assert " + name + ")\n";
+  }
+  EXPECT_EQ(count_of("(let ", brumlin({}, text).out), rows);
 }
 
 }  // namespace
